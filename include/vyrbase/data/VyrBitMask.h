@@ -1,0 +1,47 @@
+// Per-point validity of a vector. Bit i lives in byte i/8 at bit i%8, least significant first.
+// The stored sense is inverted: a stored 0 means set (valid), a stored 1 means not set
+// (invalid), and any bit beyond the stored bytes reads as set. New bytes are zero, so growing
+// never invalidates a point; the mask never shrinks, so invalid marks survive a vector's Raz.
+#ifndef VYRBASE_DATA_VYRBITMASK_H
+#define VYRBASE_DATA_VYRBITMASK_H
+
+#include "vyrbase/core/VyrExport.h"
+
+class VYRBASE_API VyrBitMask {
+public:
+    VyrBitMask();
+    // bits/8 + 1 zero bytes.
+    explicit VyrBitMask(int bits);
+    VyrBitMask(const VyrBitMask& other);
+    VyrBitMask& operator=(const VyrBitMask& other);
+    virtual ~VyrBitMask();
+
+    // Grows (never shrinks) to bits/8 + 1 bytes, zero-filled, old bytes kept.
+    void SetSize(int bits);
+    // Marks bit i valid (stored 0), growing as needed.
+    void Set(int i);
+    // Marks bit i invalid (stored 1), growing as needed.
+    void Unset(int i);
+    // Flips bit i (growing as needed); true when it now reads as set.
+    bool Invert(int i);
+    // True when i/8 is beyond the stored bytes or the stored bit is 0. Negative i: false.
+    bool IsSet(int i) const;
+    // Grows to at least count + 1 bytes, then stores the low byte of each integer into bytes
+    // 0..count-1 (a mask saved as a table of byte values).
+    void SetBits(int count, int* octets);
+
+    // The number of bytes held (not bits).
+    int GetSize() const { return m_iSize; }
+    // Byte k, or 0 when k is out of range.
+    unsigned char GetOctetAt(int k) const;
+    // Grows to k*8 + 1 bits first. Negative k is ignored.
+    void SetOctetAt(int k, unsigned char b);
+    // Byte k, unchecked.
+    unsigned char operator[](int k) const { return m_pBytes[k]; }
+
+private:
+    int m_iSize = 0;
+    unsigned char* m_pBytes = nullptr;
+};
+
+#endif

@@ -1,0 +1,107 @@
+// The document registry: construction, oids, lookups by oid and kind, removal, units table and
+// the process-wide active document. Entity construction by kind lives with the entity classes
+// (data/), the diagram slots with the diagrams (diagram/).
+#include "vyrbase/core/VyrBaseData.h"
+
+#include <wx/docview.h>
+
+
+VyrBaseData* VyrBaseData::m_pActiveBase = nullptr;
+
+namespace {
+// The toolkit's next prime above 100, so the maps start with the bucket count it would pick.
+const size_t kInitialBuckets = 101;
+}  // namespace
+
+VyrBaseData::VyrBaseData(wxDocument* doc)
+    : m_pDiagrams{nullptr, nullptr},
+      m_iDiagramCount(1),
+      m_listEntity(),
+      m_iLastOid(0),
+      m_mapUnits(kInitialBuckets),
+      m_mapVectorUnit(kInitialBuckets),
+      m_mapNoteCurve(kInitialBuckets),
+      m_pDocument(doc) {
+    CreateDiagrams();
+}
+
+VyrBaseData::~VyrBaseData() {
+    DestroyDiagrams();
+    RemoveAllObservers();
+    Delete();
+    if (m_pActiveBase == this)
+        m_pActiveBase = nullptr;
+}
+
+void VyrBaseData::Delete() {
+    DeleteAllExperiences();
+    Cleanup();
+    for (size_t i = 0; i < m_arrayDeconnected.GetCount(); ++i)
+        delete m_arrayDeconnected[i];
+    m_arrayDeconnected.Clear();
+    m_iLastOid = 0;
+}
+
+void VyrBaseData::Cleanup() {
+    for (auto* node = m_listEntity.GetFirst(); node; node = node->GetNext())
+        delete node->GetData();
+    m_listEntity.Clear();
+}
+
+void VyrBaseData::Dump() {
+    // Kept as an empty walk: a place to put a breakpoint when inspecting a document.
+    for (auto* node = m_listEntity.GetFirst(); node; node = node->GetNext())
+        (void)node->GetData()->GetKind();
+}
+
+int VyrBaseData::GetNewOid() {
+    return ++m_iLastOid;
+}
+
+void VyrBaseData::RemoveEntity(VyrEntity* entity) {
+    if (!entity || entity->IsDeconnected())
+        return;
+    wxVyrListEntityNode* node = m_listEntity.Find(entity);
+    if (!node)
+        return;
+    m_listEntity.Erase(node);
+    delete entity;
+}
+
+VyrEntity* VyrBaseData::FindEntity(int oid) {
+    for (auto* node = m_listEntity.GetFirst(); node; node = node->GetNext())
+        if (node->GetData()->GetOid() == oid)
+            return node->GetData();
+    return nullptr;
+}
+
+VyrEntity* VyrBaseData::GetEntity(int kind) {
+    wxVyrListEntityNode* node = GetFirstEntityNode(kind);
+    return node ? node->GetData() : nullptr;
+}
+
+wxVyrListEntityNode* VyrBaseData::GetFirstEntityNode(int kind) {
+    for (auto* node = m_listEntity.GetFirst(); node; node = node->GetNext())
+        if (node->GetData()->GetKind() == kind)
+            return node;
+    return nullptr;
+}
+
+VyrEntity* VyrBaseData::GetNextEntity(wxVyrListEntityNode** cursor, int kind) {
+    if (!cursor || !*cursor)
+        return nullptr;
+    VyrEntity* entity = (*cursor)->GetData();
+    wxVyrListEntityNode* node = (*cursor)->GetNext();
+    while (node && node->GetData()->GetKind() != kind)
+        node = node->GetNext();
+    *cursor = node;
+    return entity;
+}
+
+VyrBaseData* VyrBaseData::GetActiveBase() {
+    return m_pActiveBase;
+}
+
+void VyrBaseData::SetActiveBase(VyrBaseData* base) {
+    m_pActiveBase = base;
+}

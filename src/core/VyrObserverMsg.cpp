@@ -1,0 +1,3 @@
+#include "vyrbase/core/VyrObserverMsg.h"
+
+VyrObserverMsg::~VyrObserverMsg() = default;

@@ -1,0 +1,5 @@
+#include "vyrbase/data/VyrCompteRendu.h"
+
+VyrCompteRendu::VyrCompteRendu(int oid, VyrBaseData* base) : VyrEntity(oid, base) {}
+
+VyrCompteRendu::~VyrCompteRendu() = default;

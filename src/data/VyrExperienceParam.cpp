@@ -1,0 +1,3 @@
+#include "vyrbase/data/VyrExperienceParam.h"
+
+VyrExperienceParam::~VyrExperienceParam() = default;

@@ -1,0 +1,5 @@
+#include "vyrbase/data/VyrRespihomDataEntity.h"
+
+VyrRespihomDataEntity::VyrRespihomDataEntity(int oid, VyrBaseData* base) : VyrEntity(oid, base) {}
+
+VyrRespihomDataEntity::~VyrRespihomDataEntity() = default;

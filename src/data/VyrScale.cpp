@@ -1,0 +1,3 @@
+#include "vyrbase/data/VyrScale.h"
+
+VyrScale::~VyrScale() = default;

@@ -1,0 +1,5 @@
+#include "vyrbase/data/VyrSpiroExpEntity.h"
+
+VyrSpiroExpEntity::VyrSpiroExpEntity(int oid, VyrBaseData* base) : VyrEntity(oid, base) {}
+
+VyrSpiroExpEntity::~VyrSpiroExpEntity() = default;

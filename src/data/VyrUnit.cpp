@@ -1,0 +1,3 @@
+#include "vyrbase/data/VyrUnit.h"
+
+VyrUnit::~VyrUnit() = default;

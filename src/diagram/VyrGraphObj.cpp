@@ -1,0 +1,5 @@
+#include "vyrbase/diagram/VyrGraphObj.h"
+
+VyrGraphObj::~VyrGraphObj() = default;
+
+void VyrGraphObj::Paint(wxDC*) {}
