@@ -10,3 +10,7 @@ VyrCourbe::~VyrCourbe() {
         m_pSoeur->m_pSoeur = nullptr;
     m_listNotes.Clear();
 }
+
+void VyrCourbe::RemoveNote(VyrNote* note) {
+    m_listNotes.DeleteObject(note);
+}

@@ -177,8 +177,9 @@ public:
     // a curve was reused and notify is true. Null for a null experiment.
     VyrCourbe* CreateCourbe(VyrExperience* e, VyrCourbeParam& p, bool* created, bool notify);
     // grdY, or grdY followed by 1, 2, 3... until no curve of e matches.
-    static wxString GetUniqueGrandeur(VyrExperience* e, const wxString& grdY, const wxString& uniteY,
-                                      const wxString& grdX, const wxString& uniteX);
+    static wxString GetUniqueGrandeur(VyrExperience* e, const wxString& grdY,
+                                      const wxString& uniteY, const wxString& grdX,
+                                      const wxString& uniteX);
     // The experiment's variable of that name, or a new one. Null for a null experiment.
     VyrVariable* CreateVariableEntity(VyrExperience* e, wxString name);
     void DeleteVariable(VyrVariable* v, VyrExperience* e);
