@@ -36,6 +36,7 @@
 #include "vyrbase/data/VyrUnit.h"
 #include "vyrbase/data/VyrVariable.h"
 #include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/file/VyrEncodeBase64.h"
 #include "vyrbase/diagram/VyrDiagram.h"
 #include "vyrbase/diagram/VyrGraphObj.h"
 
