@@ -25,6 +25,7 @@
 #include "vyrbase/data/VyrImageRedyEntity.h"
 #include "vyrbase/data/VyrNote.h"
 #include "vyrbase/data/VyrOutilInterval.h"
+#include "vyrbase/data/VyrPhysioRecord.h"
 #include "vyrbase/data/VyrRespihomConfigEntity.h"
 #include "vyrbase/data/VyrRespihomDataEntity.h"
 #include "vyrbase/data/VyrScale.h"
