@@ -25,6 +25,7 @@
 #include "vyrbase/data/VyrImageRedyEntity.h"
 #include "vyrbase/data/VyrNote.h"
 #include "vyrbase/data/VyrOutilInterval.h"
+#include "vyrbase/data/VyrPhysioRecord.h"
 #include "vyrbase/data/VyrRespihomConfigEntity.h"
 #include "vyrbase/data/VyrRespihomDataEntity.h"
 #include "vyrbase/data/VyrScale.h"
@@ -36,6 +37,7 @@
 #include "vyrbase/data/VyrUnit.h"
 #include "vyrbase/data/VyrVariable.h"
 #include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/file/VyrEncodeBase64.h"
 #include "vyrbase/diagram/VyrDiagram.h"
 #include "vyrbase/diagram/VyrGraphObj.h"
 
