@@ -112,7 +112,8 @@ int WriteAtomically(const wxString& target, const std::function<bool(const wxStr
         return kExitOutput;
     }
     // A fresh name beside the target, so the rename stays within one file system.
-    wxString temp = dir + "/." + name.GetFullName() + wxString::Format(".vyr-%ld.tmp", (long)getpid());
+    wxString temp =
+        dir + "/." + name.GetFullName() + wxString::Format(".vyr-%ld.tmp", (long)getpid());
     const bool written = write(temp);
     if (!written || ::rename(temp.fn_str(), target.fn_str()) != 0) {
         const int err = errno;

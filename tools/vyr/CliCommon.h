@@ -16,10 +16,10 @@ namespace vyr {
 // Exit codes: each kind of failure has its own, so scripts can tell them apart.
 enum ExitCode {
     kExitOk = 0,
-    kExitUsage = 2,     // unknown command or option, missing argument
-    kExitInput = 3,     // an input file cannot be opened or read
-    kExitFormat = 4,    // an input file is not a document (or big-endian text)
-    kExitOutput = 5,    // an output file cannot be written
+    kExitUsage = 2,   // unknown command or option, missing argument
+    kExitInput = 3,   // an input file cannot be opened or read
+    kExitFormat = 4,  // an input file is not a document (or big-endian text)
+    kExitOutput = 5,  // an output file cannot be written
 };
 
 // The sample document used when a command is given no file.

@@ -94,7 +94,7 @@ int RunConvert(const Args& args) {
 }
 
 int RunRender(const Args& args) {
-    Arguments parsed({"--grid", "--time-labels"},
+    Arguments parsed({"--grid", "--time-labels", "--spectrum"},
                      {"-o", "--output", "--size", "--diagram", "--scale"});
     std::string error;
     if (!parsed.Parse(args, error))
@@ -129,6 +129,7 @@ int RunRender(const Args& args) {
         VyrDiagram* diagram = doc.GetDiagram(diagramIndex);
         diagram->SetGridShown(parsed.Has("--grid"));
         diagram->SetTimeLabels(parsed.Has("--time-labels"));
+        diagram->SetSpectrum(parsed.Has("--spectrum"));
         // Interval tools are drawn from the active document.
         VyrBaseData::SetActiveBase(&doc);
         const wxString target = output.empty() ? WithExtension(input, "png") : FromArg(output);

@@ -6,8 +6,10 @@
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
+#include "vyrbase/data/VyrImageRedyEntity.h"
 #include "vyrbase/data/VyrNote.h"
 #include "vyrbase/data/VyrOutilInterval.h"
+#include "vyrbase/data/VyrPhysioRecord.h"
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/diagram/VyrDiagram.h"
 
@@ -50,6 +52,31 @@ CurveInfo Curve(VyrBaseData& doc, VyrCourbe* c) {
         if (c->IsShownInDiagram(d))
             info.diagrams.push_back(d);
     return info;
+}
+
+// Pictures and the physiology records.
+void DescribeRecords(VyrBaseData& doc, DocumentInfo& info) {
+    wxVyrListEntityNode* node = doc.GetFirstImageRedyEntityNode();
+    while (node) {
+        VyrImageRedyEntity* picture = doc.GetNextImageRedyEntity(&node);
+        PictureInfo p;
+        p.oid = picture->GetOid();
+        p.name = Utf8(picture->GetEntityName());
+        if (picture->GetImage().IsOk()) {
+            p.width = picture->GetImage().GetWidth();
+            p.height = picture->GetImage().GetHeight();
+        }
+        info.pictures.push_back(p);
+    }
+    for (auto* n = doc.GetEntityList().GetFirst(); n; n = n->GetNext()) {
+        const int kind = n->GetData()->GetKind();
+        if (!VyrPhysioRecord::GetKindTable(kind))
+            continue;
+        RecordInfo r;
+        r.oid = n->GetData()->GetOid();
+        r.kind = kind;
+        info.records.push_back(r);
+    }
 }
 
 }  // namespace
@@ -122,12 +149,12 @@ std::string FormatText(const DocumentInfo& info) {
     out += "  encoding: " + info.encoding + "\n";
     out += "  diagrams: " + std::to_string(info.diagrams) + "\n";
     for (const ExperimentInfo& e : info.experiments) {
-        out += "  experiment " + std::to_string(e.oid) + " \"" + e.name + "\": " +
-               std::to_string(e.curves.size()) + " curve(s)\n";
+        out += "  experiment " + std::to_string(e.oid) + " \"" + e.name +
+               "\": " + std::to_string(e.curves.size()) + " curve(s)\n";
         for (const CurveInfo& c : e.curves) {
             out += "    curve " + std::to_string(c.oid) + " \"" + c.name + "\" " + c.displayName +
-                   ": " + std::to_string(c.points) + " points (" +
-                   std::to_string(c.invalidPoints) + " invalid)\n";
+                   ": " + std::to_string(c.points) + " points (" + std::to_string(c.invalidPoints) +
+                   " invalid)\n";
             out += "      x: " + c.x.quantity + " [" + c.x.unit + "] from " + Number(c.x.min) +
                    " to " + Number(c.x.max) + "\n";
             out += "      y: " + c.y.quantity + " [" + c.y.unit + "] from " + Number(c.y.min) +
@@ -136,22 +163,23 @@ std::string FormatText(const DocumentInfo& info) {
     }
     out += "  notes: " + std::to_string(info.notes.size()) + "\n";
     for (const NoteInfo& n : info.notes)
-        out += "    note " + std::to_string(n.oid) + " on " + n.attachedTo + ": \"" + n.text +
-               "\"\n";
+        out +=
+            "    note " + std::to_string(n.oid) + " on " + n.attachedTo + ": \"" + n.text + "\"\n";
     out += "  interval tools: " + std::to_string(info.intervals.size()) + "\n";
     for (const IntervalInfo& t : info.intervals)
-        out += "    tool " + std::to_string(t.oid) + " \"" + t.label1 + "\" (" + t.abscissa +
-               ", " + t.ordinate + ") from (" + Number(t.x0) + ", " + Number(t.y0) + ") to (" +
+        out += "    tool " + std::to_string(t.oid) + " \"" + t.label1 + "\" (" + t.abscissa + ", " +
+               t.ordinate + ") from (" + Number(t.x0) + ", " + Number(t.y0) + ") to (" +
                Number(t.x1) + ", " + Number(t.y1) + ")\n";
     out += std::string("  report: ") + (info.report ? "yes" : "no") + "\n";
     out += std::string("  grid: ") + (info.grid ? "yes" : "no") + "\n";
     out += "  pictures: " + std::to_string(info.pictures.size()) + "\n";
     for (const PictureInfo& p : info.pictures)
-        out += "    picture " + std::to_string(p.oid) + " \"" + p.name + "\": " +
-               std::to_string(p.width) + "x" + std::to_string(p.height) + "\n";
+        out += "    picture " + std::to_string(p.oid) + " \"" + p.name +
+               "\": " + std::to_string(p.width) + "x" + std::to_string(p.height) + "\n";
     out += "  physiology records: " + std::to_string(info.records.size()) + "\n";
     for (const RecordInfo& r : info.records)
-        out += "    " + r.section + " " + std::to_string(r.oid) + "\n";
+        out += "    record " + std::to_string(r.oid) + " of kind " + std::to_string(r.kind) +
+               (r.section.empty() ? "" : " " + r.section) + "\n";
     out += "  unknown sections kept: " + std::to_string(info.unknownSections) + "\n";
     return out;
 }

@@ -78,11 +78,21 @@ void JsonWriter::Escaped(const std::string& utf8) {
     m_text += '"';
     for (unsigned char c : utf8) {
         switch (c) {
-            case '"': m_text += "\\\""; break;
-            case '\\': m_text += "\\\\"; break;
-            case '\n': m_text += "\\n"; break;
-            case '\r': m_text += "\\r"; break;
-            case '\t': m_text += "\\t"; break;
+            case '"':
+                m_text += "\\\"";
+                break;
+            case '\\':
+                m_text += "\\\\";
+                break;
+            case '\n':
+                m_text += "\\n";
+                break;
+            case '\r':
+                m_text += "\\r";
+                break;
+            case '\t':
+                m_text += "\\t";
+                break;
             default:
                 if (c < 0x20) {
                     char buffer[8];

@@ -15,7 +15,8 @@ const std::vector<Command>& AllCommands() {
     static const std::vector<Command> commands = {
         {"info", "vyr info [--json] [FILE...]",
          "Describes each document: the encoding detected, experiments and their curves (names,\n"
-         "quantities, units, point counts, invalid points, ranges), notes, interval tools, report,\n"
+         "quantities, units, point counts, invalid points, ranges), notes, interval tools, "
+         "report,\n"
          "grid, pictures, physiology records, diagram count and unknown sections kept.\n"
          "--json prints the same as one JSON array for scripts. Without FILE: the bundled sample.",
          &RunInfo},
@@ -23,10 +24,12 @@ const std::vector<Command>& AllCommands() {
          "Exports the measured data as CSV (UTF-8, \";\" separated). Without -o the output is\n"
          "named after the input. Without FILE: the bundled sample.",
          &RunCsv},
-        {"render", "vyr render [FILE] [-o OUT.png|OUT.svg] [--size WxH] [--diagram 0|1]\n"
-                   "           [--scale F] [--grid] [--time-labels]",
+        {"render",
+         "vyr render [FILE] [-o OUT.png|OUT.svg] [--size WxH] [--diagram 0|1]\n"
+         "           [--scale F] [--grid] [--time-labels] [--spectrum]",
          "Paints a diagram of the document as the application shows it (its curves, notes, title\n"
-         "and interval tools) into a PNG or SVG picture, without a display. Default size 1200x800,\n"
+         "and interval tools) into a PNG or SVG picture, without a display. --spectrum draws line\n"
+         "style 4 in the colours of the wavelengths (nm). Default size 1200x800,\n"
          "diagram 0, scale 1; without -o the output is named after the input (.png).\n"
          "Without FILE: the bundled sample.",
          &RunRender},
