@@ -37,6 +37,7 @@
 #include "vyrbase/data/VyrVariable.h"
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/diagram/VyrDiagram.h"
+#include "vyrbase/diagram/VyrDiagramViewAccess.h"
 #include "vyrbase/diagram/VyrGraphObj.h"
 
 #endif

@@ -268,6 +268,9 @@ private:
     // Sets the current scale from a curve's (or tool's) X and Y units; false when that range
     // is empty on either axis. Callers save and restore the current scale around it.
     bool SetCurrentScaleForUnits(const wxString& unitX, const wxString& unitY);
+    // The same for a curve's X and Y vector units, followed by UpdateWorld; false for a curve
+    // without both vectors or with an empty range.
+    bool SetCurrentScaleForCourbe(VyrCourbe* courbe);
     void CopyFrom(const VyrDiagram& other);
 
     wxArrayString m_asAllUnits;
