@@ -66,3 +66,67 @@ VyrVariable* VyrExperience::GetNextVariable(wxVyrListVariableNode** cursor) {
 int VyrExperience::GetNbVariable() const {
     return static_cast<int>(m_listVariables.GetCount());
 }
+
+int VyrExperience::GetNbCourbeConnected() const {
+    int count = 0;
+    for (auto* node = m_listCourbes.GetFirst(); node; node = node->GetNext())
+        if (node->GetData() && !node->GetData()->IsDeconnected())
+            ++count;
+    return count;
+}
+
+template <class Match>
+VyrCourbe* VyrExperience::FirstCourbe(Match match) {
+    for (auto* node = m_listCourbes.GetFirst(); node; node = node->GetNext()) {
+        VyrCourbe* c = node->GetData();
+        if (c && match(c))
+            return c;
+    }
+    return nullptr;
+}
+
+VyrCourbe* VyrExperience::FindCourbeByNom(const wchar_t* name) {
+    if (!name)
+        return nullptr;
+    const wxString wanted(name);
+    return FirstCourbe([&](VyrCourbe* c) { return c->GetEntityName() == wanted; });
+}
+
+VyrCourbe* VyrExperience::FindCourbeByEndNom(const wchar_t* suffix) {
+    if (!suffix)
+        return nullptr;
+    const wxString wanted(suffix);
+    return FirstCourbe([&](VyrCourbe* c) { return c->GetEntityName().EndsWith(wanted); });
+}
+
+VyrCourbe* VyrExperience::FindCourbeByVectNom(const wchar_t* grandeur, bool x) {
+    if (!grandeur)
+        return nullptr;
+    const wxString wanted(grandeur);
+    return FirstCourbe([&](VyrCourbe* c) {
+        VyrVecteur* v = x ? c->GetVx() : c->GetVy();
+        return v && v->GetGrandeur() == wanted;
+    });
+}
+
+VyrCourbe* VyrExperience::FindCourbeByGrd(const wxString& grdY, const wxString& uniteY,
+                                          const wxString& grdX, const wxString& uniteX) {
+    return FirstCourbe([&](VyrCourbe* c) {
+        VyrVecteur* vx = c->GetVx();
+        VyrVecteur* vy = c->GetVy();
+        return vx && vy && vx->GetGrandeur() == grdX && vx->GetUnite() == uniteX &&
+               vy->GetGrandeur() == grdY && vy->GetUnite() == uniteY;
+    });
+}
+
+VyrVecteur* VyrExperience::FindVect(const wxString& grandeur, const wxString& unite) {
+    for (auto* node = m_listCourbes.GetFirst(); node; node = node->GetNext()) {
+        VyrCourbe* c = node->GetData();
+        if (!c)
+            continue;
+        for (VyrVecteur* v : {c->GetVx(), c->GetVy()})
+            if (v && v->GetGrandeur() == grandeur && v->GetUnite() == unite)
+                return v;
+    }
+    return nullptr;
+}

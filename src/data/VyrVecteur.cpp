@@ -1,5 +1,36 @@
 #include "vyrbase/data/VyrVecteur.h"
 
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <new>
+
+namespace {
+// Growth slack of Resize: appending one point at a time reallocates once per 100 points.
+const int kResizeSlack = 100;
+
+// Ascending by "<"; NaN (which "<" cannot order) goes last so that the sort stays well defined.
+bool LessNanLast(double a, double b) {
+    if (std::isnan(a))
+        return false;
+    if (std::isnan(b))
+        return true;
+    return a < b;
+}
+
+bool Contains(const wxArrayDouble& values, double v) {
+    for (size_t k = 0; k < values.GetCount(); ++k)
+        if (values[k] == v)
+            return true;
+    return false;
+}
+
+void AppendNew(wxArrayDouble& out, double v) {
+    if (!Contains(out, v))
+        out.Add(v);
+}
+}  // namespace
+
 VyrVecteur::VyrVecteur(int oid, VyrBaseData* base) : VyrEntity(oid, base) {}
 
 VyrVecteur::VyrVecteur(const VyrVecteur& other)
@@ -12,6 +43,216 @@ VyrVecteur::VyrVecteur(const VyrVecteur& other)
       m_pValues(other.m_pValues),
       m_iCapacity(other.m_iCapacity) {}
 
+VyrVecteur& VyrVecteur::operator=(const VyrVecteur& other) {
+    if (this == &other)
+        return *this;
+    // Allocated first so that running out of memory leaves this vector as it was.
+    double* values = nullptr;
+    int capacity = 0;
+    if (other.m_iSize > 0) {
+        if (other.m_iSize > INT_MAX - kResizeSlack)
+            return *this;
+        capacity = other.m_iSize + kResizeSlack;
+        values = new (std::nothrow) double[capacity]();
+        if (!values)
+            return *this;
+    }
+    SetGrandeur(other.m_sGrandeur);
+    m_sUnite = other.m_sUnite;
+    delete[] m_pValues;
+    m_pValues = values;
+    m_iCapacity = capacity;
+    m_iSize = other.m_iSize;
+    for (int i = 0; i < m_iSize; ++i)
+        m_pValues[i] = other[i];
+    m_validity = other.m_validity;
+    return *this;
+}
+
 VyrVecteur::~VyrVecteur() {
     delete[] m_pValues;
+}
+
+void VyrVecteur::SetGrandeur(const wxString& grandeur) {
+    m_sGrandeur = grandeur;
+    m_sGrandeurForTable = grandeur;
+    m_sGrandeurForTable.Replace("[", "");
+    m_sGrandeurForTable.Replace("]", "");
+}
+
+double& VyrVecteur::operator[](int i) {
+    // Deliberate: an out-of-range write lands on point 0, never grows and never throws.
+    if (!m_pValues)
+        return m_dDummy;
+    if (i < 0 || i >= m_iSize)
+        return m_pValues[0];
+    return m_pValues[i];
+}
+
+double VyrVecteur::operator[](int i) const {
+    if (!m_pValues || i < 0 || i >= m_iSize)
+        return 0.0;
+    return m_pValues[i];
+}
+
+void VyrVecteur::SetVal(int i, double v) {
+    if (m_pValues && i >= 0 && i < m_iSize)
+        m_pValues[i] = v;
+}
+
+void VyrVecteur::PreAlloc(int n) {
+    if (n <= m_iCapacity)
+        return;
+    // The old values are not copied: callers pre-allocate empty vectors only.
+    auto* values = new (std::nothrow) double[n]();
+    if (!values)
+        return;
+    delete[] m_pValues;
+    m_pValues = values;
+    m_iCapacity = n;
+}
+
+void VyrVecteur::Resize(int n) {
+    if (n < 0)
+        return;
+    if (n > m_iCapacity) {
+        if (n > INT_MAX - kResizeSlack)
+            return;
+        int capacity = n + kResizeSlack;
+        auto* values = new (std::nothrow) double[capacity]();
+        if (!values)
+            return;
+        if (m_pValues)
+            std::copy(m_pValues, m_pValues + m_iCapacity, values);
+        delete[] m_pValues;
+        m_pValues = values;
+        m_iCapacity = capacity;
+    }
+    m_iSize = n;
+    m_validity.SetSize(n);
+}
+
+void VyrVecteur::Raz() {
+    delete[] m_pValues;
+    m_pValues = nullptr;
+    m_iSize = 0;
+    m_iCapacity = 0;
+    // Kept: the mask ignores the request to shrink, so earlier invalid marks come back when the
+    // vector grows again.
+    m_validity.SetSize(0);
+}
+
+void VyrVecteur::InsertVal(int i, double v) {
+    if (!m_pValues || i < 0 || i >= m_iSize)
+        return;
+    for (int k = m_iSize - 1; k > i; --k) {
+        m_pValues[k] = m_pValues[k - 1];
+        if (m_validity.IsSet(k - 1))
+            m_validity.Set(k);
+        else
+            m_validity.Unset(k);
+    }
+    m_pValues[i] = v;
+}
+
+void VyrVecteur::RemoveValAt(int i) {
+    if (!m_pValues || i < 0 || i >= m_iSize)
+        return;
+    for (int k = i; k < m_iSize - 1; ++k) {
+        m_pValues[k] = m_pValues[k + 1];
+        if (m_validity.IsSet(k + 1))
+            m_validity.Set(k);
+        else
+            m_validity.Unset(k);
+    }
+    m_validity.Unset(m_iSize - 1);
+    --m_iSize;
+}
+
+void VyrVecteur::ValidateAt(int i, bool valid) {
+    if (i < 0 || i >= m_iSize)
+        return;
+    if (valid)
+        m_validity.Set(i);
+    else
+        m_validity.Unset(i);
+}
+
+bool VyrVecteur::IsValidAt(int i) const {
+    if (i < 0 || i >= m_iSize)
+        return false;
+    return m_validity.IsSet(i);
+}
+
+double VyrVecteur::GetMin() const {
+    if (!m_pValues || m_iSize < 1)
+        return 0.0;
+    return *std::min_element(m_pValues, m_pValues + m_iSize);
+}
+
+double VyrVecteur::GetMax() const {
+    if (!m_pValues || m_iSize < 1)
+        return 0.0;
+    return *std::max_element(m_pValues, m_pValues + m_iSize);
+}
+
+int VyrVecteur::FindIndex(double x, int start) const {
+    if (start >= m_iSize || !m_pValues)
+        return -1;
+    int found = -1;
+    for (int k = std::max(start, 0); k < m_iSize; ++k) {
+        if (!m_validity.IsSet(k))
+            continue;
+        if (m_pValues[k] > x)
+            break;
+        found = k;
+    }
+    return found;
+}
+
+bool VyrVecteur::GetSortPosition(double x, int* pos) const {
+    // Invalid points count too: the position keeps X ascending whatever their marks.
+    int k = 0;
+    bool equal = false;
+    if (m_pValues) {
+        while (k < m_iSize && m_pValues[k] < x)
+            ++k;
+        equal = k < m_iSize && m_pValues[k] == x;
+    }
+    if (pos)
+        *pos = k;
+    return equal;
+}
+
+bool VyrVecteur::IsEqual(VyrVecteur* other) const {
+    if (!other)
+        return false;
+    if (other->m_iSize != m_iSize || other->m_sUnite != m_sUnite)
+        return false;
+    for (int i = 0; i < m_iSize; ++i)
+        if ((*this)[i] != static_cast<const VyrVecteur&>(*other)[i])
+            return false;
+    return true;
+}
+
+void VyrVecteur::MergeVectors(VyrVecteur* v, wxArrayDouble& out, bool sort) {
+    if (!v)
+        return;
+    const VyrVecteur& source = *v;
+    for (int i = 0; i < source.GetSize(); ++i)
+        if (source.IsValidAt(i))
+            AppendNew(out, source[i]);
+    if (sort)
+        std::sort(out.begin(), out.end(), LessNanLast);
+}
+
+void VyrVecteur::MergeVectors(VyrVecteur* a, VyrVecteur* b, wxArrayDouble& out) {
+    for (VyrVecteur* v : {a, b}) {
+        if (!v)
+            continue;
+        const VyrVecteur& source = *v;
+        for (int i = 0; i < source.GetSize(); ++i)
+            AppendNew(out, source[i]);
+    }
+    std::sort(out.begin(), out.end(), LessNanLast);
 }

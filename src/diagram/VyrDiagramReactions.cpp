@@ -57,6 +57,7 @@ void VyrDiagram::OnUpdateObserver(VyrObserverMsg& msg) {
 }
 
 void VyrDiagram::OnInitialUpdateObserver() {
+    // A diagram that starts observing builds itself from the document as it is now.
     Fill();
     Notify(VYR_MSG_DATA_CHANGED, nullptr);
 }

@@ -40,6 +40,13 @@ public:
     unsigned char operator[](int k) const { return m_pBytes[k]; }
 
 private:
+    // Reallocates to exactly `bytes` bytes when it holds fewer (zero-filled, old bytes kept).
+    // False when the allocation failed (the mask is then unchanged).
+    bool GrowToBytes(int bytes);
+    // Grows to hold bit i (SetSize(i + 1)) when needed; false for a negative i or a failed
+    // allocation.
+    bool Hold(int i);
+
     int m_iSize = 0;
     unsigned char* m_pBytes = nullptr;
 };

@@ -17,14 +17,16 @@ public:
                          const wxString& a2, const wxString& a3, const wxString& a4, bool flag3,
                          bool flag4, const wxString& b1, const wxString& b2, const wxString& b3,
                          const wxString& b4);
-    VyrCourbeChangeParam(const VyrCourbeChangeParam&) = default;
+    // A copy is a construction too: it counts in m_iNum.
+    VyrCourbeChangeParam(const VyrCourbeChangeParam& other);
     VyrCourbeChangeParam& operator=(const VyrCourbeChangeParam&) = default;
     virtual ~VyrCourbeChangeParam();
 
     VyrCourbe* GetCourbe() const { return m_pCourbe; }
     // Flags 0..3 in constructor order (0, 1 of the first group; 2, 3 of the second).
     bool GetFlag(int i) const { return i >= 0 && i < 4 ? m_bFlags[i] : false; }
-    // Text slot 0..3 of group 0 or 1 (empty for anything else).
+    // Text slot 0..3 of group 0 or 1 (empty for anything else). Slot 1 holds the constructor's
+    // third text of the group and slot 2 its second.
     wxString GetText(int group, int slot) const;
 
     // How many change records were ever constructed in this process (never decremented).

@@ -58,6 +58,10 @@ public:
     VyrVecteur* FindVect(const wxString& grandeur, const wxString& unite);
 
 private:
+    // The first curve (in list order) for which match(curve) is true, or null.
+    template <class Match>
+    VyrCourbe* FirstCourbe(Match match);
+
     VyrListCourbe m_listCourbes;
     VyrListVariable m_listVariables;
     wxString m_sCommentaire;

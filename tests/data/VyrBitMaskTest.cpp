@@ -1,0 +1,134 @@
+#include <gtest/gtest.h>
+
+#include "vyrbase/data/VyrBitMask.h"
+
+TEST(VyrBitMask, DefaultHoldsNoBytesAndEveryBitReadsSet) {
+    VyrBitMask m;
+    EXPECT_EQ(m.GetSize(), 0);
+    EXPECT_TRUE(m.IsSet(0));
+    EXPECT_TRUE(m.IsSet(1000));
+}
+
+TEST(VyrBitMask, SizedConstructorHoldsBitsOver8PlusOneZeroBytes) {
+    VyrBitMask m(16);
+    EXPECT_EQ(m.GetSize(), 3);
+    for (int k = 0; k < 3; ++k)
+        EXPECT_EQ(m.GetOctetAt(k), 0);
+    EXPECT_TRUE(m.IsSet(5));
+}
+
+TEST(VyrBitMask, StoredSenseIsInvertedUnsetStoresOne) {
+    VyrBitMask m;
+    m.Unset(3);
+    EXPECT_FALSE(m.IsSet(3));
+    EXPECT_EQ(m.GetOctetAt(0), 0x08);
+    m.Unset(9);
+    EXPECT_EQ(m.GetOctetAt(1), 0x02);
+    m.Set(3);
+    EXPECT_TRUE(m.IsSet(3));
+    EXPECT_EQ(m.GetOctetAt(0), 0x00);
+    EXPECT_FALSE(m.IsSet(9));
+}
+
+TEST(VyrBitMask, SetAndUnsetGrowToHoldTheBit) {
+    VyrBitMask m;
+    m.Set(20);
+    EXPECT_EQ(m.GetSize(), 3);  // SetSize(21): 21/8 + 1
+    m.Unset(40);
+    EXPECT_EQ(m.GetSize(), 6);  // SetSize(41): 41/8 + 1
+    EXPECT_FALSE(m.IsSet(40));
+    EXPECT_TRUE(m.IsSet(20));
+}
+
+TEST(VyrBitMask, SetSizeNeverShrinksAlsoNotForZero) {
+    VyrBitMask m;
+    m.Unset(30);
+    ASSERT_EQ(m.GetSize(), 4);
+    m.SetSize(0);
+    EXPECT_EQ(m.GetSize(), 4);
+    EXPECT_FALSE(m.IsSet(30));
+    m.SetSize(8);
+    EXPECT_EQ(m.GetSize(), 4);
+    VyrBitMask empty;
+    empty.SetSize(0);  // 0/8 + 1: an empty mask takes one byte
+    EXPECT_EQ(empty.GetSize(), 1);
+}
+
+TEST(VyrBitMask, GrowingKeepsOldBytesAndAddsValidOnes) {
+    VyrBitMask m;
+    m.Unset(2);
+    m.SetSize(100);
+    EXPECT_EQ(m.GetSize(), 13);
+    EXPECT_FALSE(m.IsSet(2));
+    for (int i = 3; i < 104; ++i)
+        EXPECT_TRUE(m.IsSet(i)) << i;
+}
+
+TEST(VyrBitMask, InvertFlipsAndAnswersNewState) {
+    VyrBitMask m;
+    EXPECT_FALSE(m.Invert(12));
+    EXPECT_FALSE(m.IsSet(12));
+    EXPECT_TRUE(m.Invert(12));
+    EXPECT_TRUE(m.IsSet(12));
+    EXPECT_EQ(m.GetSize(), 2);
+}
+
+TEST(VyrBitMask, SetBitsGrowsToCountPlusOneAndStoresLowBytes) {
+    VyrBitMask m;
+    int octets[] = {0x1FF, 0x02, 0x80};
+    m.SetBits(3, octets);
+    EXPECT_EQ(m.GetSize(), 4);
+    EXPECT_EQ(m.GetOctetAt(0), 0xFF);
+    EXPECT_EQ(m.GetOctetAt(1), 0x02);
+    EXPECT_EQ(m.GetOctetAt(2), 0x80);
+    EXPECT_EQ(m.GetOctetAt(3), 0x00);
+    EXPECT_FALSE(m.IsSet(0));
+    EXPECT_FALSE(m.IsSet(9));
+    EXPECT_TRUE(m.IsSet(8));
+    EXPECT_FALSE(m.IsSet(23));
+    // A larger mask is not shrunk.
+    VyrBitMask big(80);
+    int one[] = {1};
+    big.SetBits(1, one);
+    EXPECT_EQ(big.GetSize(), 11);
+    EXPECT_EQ(big[0], 1);
+}
+
+TEST(VyrBitMask, SetOctetAtGrowsFirst) {
+    VyrBitMask m;
+    m.SetOctetAt(4, 0xF0);
+    EXPECT_EQ(m.GetSize(), 5);
+    EXPECT_EQ(m.GetOctetAt(4), 0xF0);
+    EXPECT_EQ(m[4], 0xF0);
+    EXPECT_FALSE(m.IsSet(39));
+    EXPECT_TRUE(m.IsSet(35));
+}
+
+TEST(VyrBitMask, CopyAndAssignmentAreDeep) {
+    VyrBitMask a;
+    a.Unset(5);
+    VyrBitMask b(a);
+    VyrBitMask c(64);
+    c = a;
+    a.Set(5);
+    EXPECT_FALSE(b.IsSet(5));
+    EXPECT_FALSE(c.IsSet(5));
+    EXPECT_EQ(c.GetSize(), 1);  // assignment takes the source's bytes exactly
+    c = c;
+    EXPECT_FALSE(c.IsSet(5));
+}
+
+TEST(VyrBitMask, BadIndicesAreIgnored) {
+    VyrBitMask m;
+    m.Set(-1);
+    m.Unset(-8);
+    m.SetOctetAt(-1, 7);
+    m.SetBits(-3, nullptr);
+    m.SetSize(-5);
+    EXPECT_EQ(m.GetSize(), 0);
+    EXPECT_FALSE(m.IsSet(-1));
+    EXPECT_EQ(m.GetOctetAt(-1), 0);
+    EXPECT_EQ(m.GetOctetAt(3), 0);
+    m.SetBits(2, nullptr);  // grows, writes nothing
+    EXPECT_EQ(m.GetSize(), 3);
+}

@@ -1,0 +1,427 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <initializer_list>
+#include <limits>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include "vyrbase/data/VyrVecteur.h"
+
+namespace {
+// Lowers the address-space limit to the current use plus `extra` bytes while it lives.
+class AddressSpaceLimit {
+public:
+    explicit AddressSpaceLimit(long extra) {
+        long pages = 0;
+        FILE* f = std::fopen("/proc/self/statm", "r");
+        if (!f)
+            return;
+        if (std::fscanf(f, "%ld", &pages) != 1)
+            pages = 0;
+        std::fclose(f);
+        if (pages <= 0 || getrlimit(RLIMIT_AS, &m_old) != 0)
+            return;
+        rlimit lower = m_old;
+        lower.rlim_cur = static_cast<rlim_t>(pages) * sysconf(_SC_PAGESIZE) + extra;
+        m_active = setrlimit(RLIMIT_AS, &lower) == 0;
+    }
+    ~AddressSpaceLimit() {
+        if (m_active)
+            setrlimit(RLIMIT_AS, &m_old);
+    }
+    bool IsActive() const { return m_active; }
+
+private:
+    rlimit m_old{};
+    bool m_active = false;
+};
+
+VyrVecteur Make(std::initializer_list<double> values) {
+    VyrVecteur v(1, nullptr);
+    v.Resize(static_cast<int>(values.size()));
+    int i = 0;
+    for (double d : values)
+        v.SetVal(i++, d);
+    return v;
+}
+}  // namespace
+
+TEST(VyrVecteur, ConstructedEmpty) {
+    VyrVecteur v(7, nullptr);
+    EXPECT_EQ(v.GetKind(), 3);
+    EXPECT_EQ(v.GetOid(), 7);
+    EXPECT_EQ(v.GetSize(), 0);
+    EXPECT_EQ(v.GetCapacity(), 0);
+    EXPECT_EQ(v.GetArea(), nullptr);
+    EXPECT_EQ(v.GetValidity()->GetSize(), 0);
+    EXPECT_TRUE(v.GetGrandeur().empty());
+    EXPECT_TRUE(v.GetUnite().empty());
+}
+
+TEST(VyrVecteur, ResizeFiveOnEmptyGivesCapacity105AllValidZero) {
+    VyrVecteur v(1, nullptr);
+    v.Resize(5);
+    EXPECT_EQ(v.GetSize(), 5);
+    EXPECT_EQ(v.GetCapacity(), 105);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_TRUE(v.IsValidAt(i));
+        EXPECT_EQ(v.GetVal(i), 0.0);
+    }
+}
+
+TEST(VyrVecteur, ResizeWithinCapacityKeepsStorage) {
+    VyrVecteur v(1, nullptr);
+    v.Resize(5);
+    double* area = v.GetArea();
+    v.SetVal(4, 4.5);
+    v.Resize(105);
+    EXPECT_EQ(v.GetArea(), area);
+    EXPECT_EQ(v.GetCapacity(), 105);
+    v.Resize(106);
+    EXPECT_NE(v.GetArea(), nullptr);
+    EXPECT_EQ(v.GetCapacity(), 206);
+    EXPECT_EQ(v.GetVal(4), 4.5);
+    EXPECT_EQ(v.GetVal(105), 0.0);
+    v.Resize(2);
+    EXPECT_EQ(v.GetSize(), 2);
+    EXPECT_EQ(v.GetCapacity(), 206);
+    EXPECT_EQ(v.GetValidity()->GetSize(), 106 / 8 + 1);
+}
+
+TEST(VyrVecteur, ResizeRefusesNegativeAndHugeSizes) {
+    VyrVecteur v = Make({1, 2});
+    v.Resize(-1);
+    EXPECT_EQ(v.GetSize(), 2);
+    v.Resize(std::numeric_limits<int>::max());
+    EXPECT_EQ(v.GetSize(), 2);
+    EXPECT_EQ(v.GetVal(1), 2.0);
+}
+
+TEST(VyrVecteur, RemoveLastThenResizeShowsPointFourInvalid) {
+    VyrVecteur v = Make({0, 1, 2, 3, 4});
+    v.RemoveValAt(4);
+    EXPECT_EQ(v.GetSize(), 4);
+    v.Resize(5);
+    EXPECT_FALSE(v.IsValidAt(4));
+}
+
+TEST(VyrVecteur, RazKeepsInvalidMarksThatReappearOnGrowth) {
+    VyrVecteur v = Make({0, 1, 2});
+    v.ValidateAt(2, false);
+    v.Raz();
+    EXPECT_EQ(v.GetSize(), 0);
+    EXPECT_EQ(v.GetCapacity(), 0);
+    EXPECT_EQ(v.GetArea(), nullptr);
+    v.Resize(3);
+    EXPECT_FALSE(v.IsValidAt(2));
+    EXPECT_TRUE(v.IsValidAt(1));
+    EXPECT_EQ(v.GetVal(2), 0.0);
+}
+
+TEST(VyrVecteur, MinAndMaxIncludeInvalidPoints) {
+    VyrVecteur v = Make({3, -10, 5});
+    v.ValidateAt(1, false);
+    EXPECT_EQ(v.GetMin(), -10.0);
+    EXPECT_EQ(v.GetMax(), 5.0);
+    VyrVecteur empty(2, nullptr);
+    EXPECT_EQ(empty.GetMin(), 0.0);
+    EXPECT_EQ(empty.GetMax(), 0.0);
+}
+
+TEST(VyrVecteur, FindIndexSkipsInvalidPoints) {
+    VyrVecteur v = Make({1, 3, 4, 6});
+    v.ValidateAt(1, false);
+    EXPECT_EQ(v.FindIndex(4.0, 0), 2);
+    EXPECT_EQ(v.FindIndex(0.5, 0), -1);
+    EXPECT_EQ(v.FindIndex(3.5, 0), 0);  // 3 is invalid: 1 is the last valid point at or below
+    EXPECT_EQ(v.FindIndex(100.0, 0), 3);
+    EXPECT_EQ(v.FindIndex(5.0, 3), -1);  // starts at 6 > 5
+    EXPECT_EQ(v.FindIndex(5.0, 4), -1);  // start not below size
+    EXPECT_EQ(v.FindIndex(4.0, -7), 2);  // negative starts are skipped up to 0
+}
+
+TEST(VyrVecteur, FindIndexStopsAtFirstValidGreaterValue) {
+    // Unsorted data: the scan stops at 5 even though 2 follows.
+    VyrVecteur v = Make({1, 5, 2});
+    EXPECT_EQ(v.FindIndex(3.0, 0), 0);
+}
+
+TEST(VyrVecteur, GetSortPositionCountsInvalidPoints) {
+    VyrVecteur v = Make({1, 3, 4, 6});
+    int p = -1;
+    EXPECT_TRUE(v.GetSortPosition(4.0, &p));
+    EXPECT_EQ(p, 2);
+    EXPECT_FALSE(v.GetSortPosition(3.5, &p));
+    EXPECT_EQ(p, 2);
+    EXPECT_FALSE(v.GetSortPosition(7.0, &p));
+    EXPECT_EQ(p, 4);
+    v.ValidateAt(1, false);
+    EXPECT_TRUE(v.GetSortPosition(3.0, &p));
+    EXPECT_EQ(p, 1);
+    VyrVecteur empty(1, nullptr);
+    p = -1;
+    EXPECT_FALSE(empty.GetSortPosition(1.0, &p));
+    EXPECT_EQ(p, 0);
+    EXPECT_FALSE(v.GetSortPosition(1.0, nullptr) && false);
+}
+
+TEST(VyrVecteur, SetGrandeurStripsBracketsForTable) {
+    VyrVecteur v(1, nullptr);
+    v.SetGrandeur("[U1]");
+    EXPECT_EQ(v.GetGrandeur(), "[U1]");
+    EXPECT_EQ(v.GetGrandeurForTable(), "U1");
+    v.SetGrandeur("a[b]c]d[");
+    EXPECT_EQ(v.GetGrandeurForTable(), "abcd");
+    v.SetUnite("[V]");
+    EXPECT_EQ(v.GetUnite(), "[V]");
+}
+
+TEST(VyrVecteur, IsEqualIgnoresQuantityAndValidity) {
+    VyrVecteur a = Make({1, 2, 3});
+    VyrVecteur b = Make({1, 2, 3});
+    a.SetGrandeur("U");
+    b.SetGrandeur("I");
+    a.SetUnite("V");
+    b.SetUnite("V");
+    b.ValidateAt(1, false);
+    EXPECT_TRUE(a.IsEqual(&b));
+    b.SetUnite("v");
+    EXPECT_FALSE(a.IsEqual(&b));
+    b.SetUnite("V");
+    b.SetVal(2, 3.0000001);
+    EXPECT_FALSE(a.IsEqual(&b));
+    VyrVecteur c = Make({1, 2});
+    c.SetUnite("V");
+    EXPECT_FALSE(a.IsEqual(&c));
+    EXPECT_FALSE(a.IsEqual(nullptr));
+}
+
+TEST(VyrVecteur, OutOfRangeWriteLandsOnPointZero) {
+    VyrVecteur v = Make({1, 2, 3});
+    v[7] = 42.0;
+    EXPECT_EQ(v.GetVal(0), 42.0);
+    v[-1] = 43.0;
+    EXPECT_EQ(v.GetVal(0), 43.0);
+    EXPECT_EQ(v.GetSize(), 3);
+    v[2] = 9.0;
+    EXPECT_EQ(v.GetVal(2), 9.0);
+}
+
+TEST(VyrVecteur, IndexingWithoutStorageUsesADummySlot) {
+    VyrVecteur v(1, nullptr);
+    v[0] = 5.0;
+    v[3] = 6.0;
+    EXPECT_EQ(v.GetSize(), 0);
+    EXPECT_EQ(v.GetArea(), nullptr);
+    EXPECT_EQ(v.GetVal(0), 0.0);
+    const VyrVecteur& cv = v;
+    EXPECT_EQ(cv[0], 0.0);
+}
+
+TEST(VyrVecteur, ConstReadsAndSetValIgnoreOutOfRange) {
+    VyrVecteur v = Make({1, 2});
+    const VyrVecteur& cv = v;
+    EXPECT_EQ(cv[-1], 0.0);
+    EXPECT_EQ(cv[2], 0.0);
+    v.SetVal(2, 5.0);
+    v.SetVal(-1, 5.0);
+    EXPECT_EQ(v.GetVal(0), 1.0);
+    EXPECT_EQ(v.GetVal(1), 2.0);
+    VyrVecteur empty(1, nullptr);
+    empty.SetVal(0, 1.0);
+    EXPECT_EQ(empty.GetVal(0), 0.0);
+}
+
+TEST(VyrVecteur, PreAllocDropsOldValuesAndKeepsSize) {
+    VyrVecteur v = Make({1, 2, 3});
+    ASSERT_EQ(v.GetCapacity(), 103);
+    v.PreAlloc(50);  // not above the capacity: nothing
+    EXPECT_EQ(v.GetVal(1), 2.0);
+    v.PreAlloc(500);
+    EXPECT_EQ(v.GetCapacity(), 500);
+    EXPECT_EQ(v.GetSize(), 3);
+    EXPECT_EQ(v.GetVal(1), 0.0);  // old values are lost
+    v.Resize(500);
+    EXPECT_EQ(v.GetCapacity(), 500);  // exactly what was asked, no slack
+}
+
+TEST(VyrVecteur, FailedAllocationLeavesVectorUnchanged) {
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the address sanitizer reserves the address space this test limits";
+#else
+    VyrVecteur v = Make({1, 2});
+    VyrBitMask mask;
+    double* area = v.GetArea();
+    // Limit the address space to what is in use plus 64 MiB, so that 16 GiB cannot be had.
+    AddressSpaceLimit limit(64L << 20);
+    ASSERT_TRUE(limit.IsActive());
+    v.PreAlloc(std::numeric_limits<int>::max());
+    v.Resize(std::numeric_limits<int>::max() - 100);
+    mask.SetSize(std::numeric_limits<int>::max() - 1);
+    VyrVecteur big(2, nullptr);
+    big.Resize(1 << 24);  // 128 MiB
+    EXPECT_EQ(big.GetSize(), 0);
+    EXPECT_EQ(big.GetArea(), nullptr);
+    EXPECT_EQ(mask.GetSize(), 0);
+    EXPECT_EQ(v.GetArea(), area);
+    EXPECT_EQ(v.GetSize(), 2);
+    EXPECT_EQ(v.GetCapacity(), 102);
+    EXPECT_EQ(v.GetVal(1), 2.0);
+#endif
+}
+
+TEST(VyrVecteur, InsertValShiftsValuesAndMarksUpDroppingTheLast) {
+    VyrVecteur v = Make({10, 20, 30, 40});
+    v.ValidateAt(1, false);
+    v.InsertVal(1, 15);
+    EXPECT_EQ(v.GetSize(), 4);
+    EXPECT_EQ(v.GetVal(0), 10.0);
+    EXPECT_EQ(v.GetVal(1), 15.0);
+    EXPECT_EQ(v.GetVal(2), 20.0);
+    EXPECT_EQ(v.GetVal(3), 30.0);
+    EXPECT_FALSE(v.IsValidAt(1));  // the bit at the insertion index keeps its old state
+    EXPECT_FALSE(v.IsValidAt(2));  // the moved point keeps its mark
+    EXPECT_TRUE(v.IsValidAt(3));
+    v.InsertVal(4, 1.0);  // out of range: nothing
+    v.InsertVal(-1, 1.0);
+    EXPECT_EQ(v.GetVal(3), 30.0);
+}
+
+TEST(VyrVecteur, RemoveValAtShiftsDownAndMarksVacatedLastInvalid) {
+    VyrVecteur v = Make({10, 20, 30, 40});
+    v.ValidateAt(2, false);
+    v.RemoveValAt(0);
+    EXPECT_EQ(v.GetSize(), 3);
+    EXPECT_EQ(v.GetVal(0), 20.0);
+    EXPECT_EQ(v.GetVal(1), 30.0);
+    EXPECT_EQ(v.GetVal(2), 40.0);
+    EXPECT_TRUE(v.IsValidAt(0));
+    EXPECT_FALSE(v.IsValidAt(1));
+    EXPECT_TRUE(v.IsValidAt(2));
+    EXPECT_FALSE(v.GetValidity()->IsSet(3));
+    v.RemoveValAt(3);
+    v.RemoveValAt(-1);
+    EXPECT_EQ(v.GetSize(), 3);
+}
+
+TEST(VyrVecteur, ValidateAtAndIsValidAtHonourRange) {
+    VyrVecteur v = Make({1, 2});
+    v.ValidateAt(5, false);
+    EXPECT_TRUE(v.GetValidity()->IsSet(5));
+    EXPECT_FALSE(v.IsValidAt(5));
+    EXPECT_FALSE(v.IsValidAt(-1));
+    v.ValidateAt(1, false);
+    EXPECT_FALSE(v.IsValidAt(1));
+    v.ValidateAt(1, true);
+    EXPECT_TRUE(v.IsValidAt(1));
+}
+
+TEST(VyrVecteur, CopyConstructionSharesStorage) {
+    auto* source = new VyrVecteur(5, nullptr);
+    source->SetEntityName(L"vx");
+    source->SetGrandeur("[t]");
+    source->SetUnite("s");
+    source->Resize(3);
+    source->SetVal(1, 2.5);
+    source->ValidateAt(2, false);
+    auto* copy = new VyrVecteur(*source);
+    EXPECT_EQ(copy->GetArea(), source->GetArea());
+    EXPECT_EQ(copy->GetSize(), 3);
+    EXPECT_EQ(copy->GetCapacity(), 103);
+    EXPECT_EQ(copy->GetOid(), 5);
+    EXPECT_EQ(copy->GetEntityName(), "vx");
+    EXPECT_EQ(copy->GetGrandeurForTable(), "t");
+    EXPECT_EQ(copy->GetUnite(), "s");
+    EXPECT_FALSE(copy->IsValidAt(2));
+    // The mask is copied, not shared.
+    copy->ValidateAt(2, true);
+    EXPECT_FALSE(source->IsValidAt(2));
+    source->SetVal(1, 7.0);
+    EXPECT_EQ(copy->GetVal(1), 7.0);
+    delete source;
+    // The storage is gone with the source: the copy may only be released without touching it.
+    ::operator delete(static_cast<void*>(copy));
+}
+
+TEST(VyrVecteur, AssignmentIsDeepAndKeepsIdentity) {
+    VyrVecteur source = Make({1, 2, 3});
+    source.SetGrandeur("[U]");
+    source.SetUnite("V");
+    source.ValidateAt(1, false);
+    VyrVecteur target(9, nullptr);
+    target.SetEntityName(L"target");
+    target.Resize(300);
+    target = source;
+    EXPECT_EQ(target.GetOid(), 9);
+    EXPECT_EQ(target.GetEntityName(), "target");
+    EXPECT_NE(target.GetArea(), source.GetArea());
+    EXPECT_EQ(target.GetSize(), 3);
+    EXPECT_EQ(target.GetCapacity(), 103);
+    EXPECT_EQ(target.GetGrandeur(), "[U]");
+    EXPECT_EQ(target.GetGrandeurForTable(), "U");
+    EXPECT_EQ(target.GetUnite(), "V");
+    EXPECT_EQ(target.GetVal(2), 3.0);
+    EXPECT_FALSE(target.IsValidAt(1));
+    EXPECT_EQ(target.GetValidity()->GetSize(), source.GetValidity()->GetSize());
+    source.SetVal(2, 8.0);
+    EXPECT_EQ(target.GetVal(2), 3.0);
+    target = target;
+    EXPECT_EQ(target.GetVal(2), 3.0);
+    VyrVecteur empty(3, nullptr);
+    target = empty;
+    EXPECT_EQ(target.GetSize(), 0);
+    EXPECT_EQ(target.GetArea(), nullptr);
+}
+
+TEST(VyrVecteur, MergeValidValuesWithoutDuplicatesThenSort) {
+    VyrVecteur v = Make({3, 1, 3, 2, 9});
+    v.ValidateAt(4, false);
+    wxArrayDouble out;
+    out.Add(2.0);
+    VyrVecteur::MergeVectors(&v, out, false);
+    ASSERT_EQ(out.GetCount(), 3u);
+    EXPECT_EQ(out[0], 2.0);
+    EXPECT_EQ(out[1], 3.0);
+    EXPECT_EQ(out[2], 1.0);
+    VyrVecteur::MergeVectors(&v, out, true);
+    ASSERT_EQ(out.GetCount(), 3u);
+    EXPECT_EQ(out[0], 1.0);
+    EXPECT_EQ(out[2], 3.0);
+    VyrVecteur::MergeVectors(nullptr, out, true);
+    EXPECT_EQ(out.GetCount(), 3u);
+}
+
+TEST(VyrVecteur, MergeTwoVectorsIgnoresValidityAndSorts) {
+    VyrVecteur a = Make({5, 1, 5});
+    VyrVecteur b = Make({4, 1, 0});
+    a.ValidateAt(0, false);
+    wxArrayDouble out;
+    VyrVecteur::MergeVectors(&a, &b, out);
+    ASSERT_EQ(out.GetCount(), 4u);
+    EXPECT_EQ(out[0], 0.0);
+    EXPECT_EQ(out[1], 1.0);
+    EXPECT_EQ(out[2], 4.0);
+    EXPECT_EQ(out[3], 5.0);
+    wxArrayDouble other;
+    VyrVecteur::MergeVectors(nullptr, &b, other);
+    EXPECT_EQ(other.GetCount(), 3u);
+}
+
+TEST(VyrVecteur, NanValuesDoNotBreakMergeOrSearch) {
+    const double nan = std::nan("");
+    VyrVecteur v = Make({2, nan, 1, nan});
+    wxArrayDouble out;
+    VyrVecteur::MergeVectors(&v, out, true);
+    ASSERT_EQ(out.GetCount(), 4u);  // NaN never equals itself: each one is new
+    EXPECT_EQ(out[0], 1.0);
+    EXPECT_EQ(out[1], 2.0);
+    EXPECT_TRUE(std::isnan(out[2]));
+    int p = -1;
+    EXPECT_FALSE(v.GetSortPosition(nan, &p));
+    EXPECT_EQ(p, 0);
+    EXPECT_EQ(v.FindIndex(nan, 0), 3);
+    EXPECT_FALSE(v.IsEqual(&v));
+}
