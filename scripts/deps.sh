@@ -3,7 +3,7 @@
 # Usage: scripts/deps.sh run|test
 set -euo pipefail
 
-run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev)
+run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
 test_packages=("${run_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
                libjpeg-turbo-progs file)
 

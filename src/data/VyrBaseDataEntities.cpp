@@ -96,6 +96,10 @@ VYR_SINGLE_RECORD_GETTER(GetSpiroExpEntity, VyrSpiroExpEntity, VYR_KIND_SPIRO_EX
 
 #undef VYR_SINGLE_RECORD_GETTER
 
+VyrImageRedyEntity* VyrBaseData::CreateImageRedyEntity(const wchar_t* name) {
+    return static_cast<VyrImageRedyEntity*>(CreateEntity(VYR_KIND_IMAGE_REDY, GetNewOid(), name));
+}
+
 bool VyrBaseData::AddOutilIntervalEntity(VyrOutilInterval* model) {
     if (!model)
         return false;

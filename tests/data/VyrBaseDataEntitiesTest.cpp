@@ -165,3 +165,17 @@ TEST(VyrBaseDataEntities, TypedIterationWalksExperiencesCurvesAndPictures) {
     EXPECT_EQ(doc.GetNextImageRedyEntity(&node), p);
     EXPECT_EQ(doc.GetFirstOutilIntervalNode(), nullptr);
 }
+
+TEST(VyrBaseDataEntities, CreateImageRedyEntityAppendsANamedPictureWithAFreshOid) {
+    VyrBaseData doc(nullptr);
+    VyrImageRedyEntity* first = doc.CreateImageRedyEntity(L"set-up");
+    VyrImageRedyEntity* second = doc.CreateImageRedyEntity(nullptr);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->GetOid(), 1);
+    EXPECT_EQ(second->GetOid(), 2);
+    EXPECT_EQ(first->GetEntityName(), L"set-up");
+    EXPECT_TRUE(second->GetEntityName().empty());
+    wxVyrListEntityNode* node = doc.GetFirstImageRedyEntityNode();
+    EXPECT_EQ(doc.GetNextImageRedyEntity(&node), first);
+    EXPECT_EQ(doc.GetNextImageRedyEntity(&node), second);
+}

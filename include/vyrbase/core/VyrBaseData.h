@@ -95,6 +95,9 @@ public:
     VyrSpiroMetaDataEntity* GetSpiroMetaDataEntity(bool create, const wchar_t* name);
     VyrSpiroExpEntity* GetSpiroExpEntity(bool create, const wchar_t* name);
 
+    // Appends a new picture record with a fresh oid (named when name is not null).
+    VyrImageRedyEntity* CreateImageRedyEntity(const wchar_t* name);
+
     // Adds a copy of `model` (its four texts and four values) unless an interval tool with the
     // same texts (exact, case included) and values exists. Answers true when it was already
     // present (nothing added), false when a copy was added. The caller keeps `model`.
