@@ -39,6 +39,7 @@
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/file/VyrEncodeBase64.h"
 #include "vyrbase/diagram/VyrDiagram.h"
+#include "vyrbase/diagram/VyrDiagramViewAccess.h"
 #include "vyrbase/diagram/VyrGraphObj.h"
 
 #endif
