@@ -177,7 +177,7 @@ class RenderTest(VyrTestCase):
         width, height = image[0], image[1]
         self.assertEqual((width, height), (600, 400))
         # The plot rectangle of a 600 x 400 picture at scale 1 (see VyrDiagramExport).
-        left, top, right, bottom = 72, 36, 600 - 24 - 1, 400 - 44 - 1
+        left, top, right, bottom = 10, 10, 600 - 10 - 1, 400 - 10 - 1
         inside = outside = 0
         for y in range(height):
             for x in range(width):
