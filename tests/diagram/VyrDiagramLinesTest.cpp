@@ -280,14 +280,16 @@ TEST(VyrDiagramLines, DenseLineIsPixelIdenticalToEverySegmentWithoutAntialiasing
             [&](wxDC& dc) {
                 dc.SetPen(pen);
                 // Every segment between consecutive valid points, as the line style defines.
-                const VyrDiagramTestAccess::World w = VyrDiagramTestAccess::GetWorld(diagram);
+                const double ax = VyrDiagramTestAccess::Ax(diagram);
+                const double bx = VyrDiagramTestAccess::Bx(diagram);
+                const double ay = VyrDiagramTestAccess::Ay(diagram);
+                const double by = VyrDiagramTestAccess::By(diagram);
                 auto round = [](double v) { return static_cast<int>(v < 0 ? v - 0.5 : v + 0.5); };
                 wxPoint previous(-1, 0);
                 for (int i = 0; i < n; ++i) {
                     if (!c->GetVy()->IsValidAt(i))
                         continue;
-                    const wxPoint p(round(pts[i].first * w.ax + w.bx),
-                                    round(pts[i].second * w.ay + w.by));
+                    const wxPoint p(round(pts[i].first * ax + bx), round(pts[i].second * ay + by));
                     if (previous.x != -1)
                         dc.DrawLine(previous, p);
                     previous = p;

@@ -1,5 +1,5 @@
-// Test-only access to the private painters and fields of VyrDiagram (a friend of it), so that
-// tests can call one painter at a time instead of making them public.
+// Test-only access to the diagram's private members (VyrDiagram declares this class a friend).
+// One definition for every diagram test: add the forwarding functions a test needs here.
 #ifndef VYR_TESTS_SUPPORT_VYRDIAGRAMTESTACCESS_H
 #define VYR_TESTS_SUPPORT_VYRDIAGRAMTESTACCESS_H
 
@@ -15,14 +15,41 @@ class VyrOutilInterval;
 
 class VyrDiagramTestAccess {
 public:
-    // The transform pixel = a * value + b currently in force.
-    struct World {
-        double ax, bx, ay, by;
-    };
+    // Axes: the step rule and the label rule.
+    static double GetGraduationStep(double range, double multiple) {
+        return VyrDiagram::GetGraduationStep(range, multiple);
+    }
+    static wxString FormatGraduation(double value, double multiple) {
+        return VyrDiagram::FormatGraduation(value, multiple);
+    }
 
-    static void SetLineScale(VyrDiagram& d, int lineScale) { d.m_iLineScale = lineScale; }
-    static World GetWorld(const VyrDiagram& d) { return {d.m_dAx, d.m_dBx, d.m_dAy, d.m_dBy}; }
+    // Transforms.
+    static wxPoint ClipPixel(VyrDiagram& d, wxPoint p) { return d.ClipPixel(p); }
+    static bool SetCurrentScaleForUnits(VyrDiagram& d, const wxString& ux, const wxString& uy) {
+        return d.SetCurrentScaleForUnits(ux, uy);
+    }
+    // The world transform: pixel = a * real + b on each axis.
+    static double Ax(const VyrDiagram& d) { return d.m_dAx; }
+    static double Bx(const VyrDiagram& d) { return d.m_dBx; }
+    static double Ay(const VyrDiagram& d) { return d.m_dAy; }
+    static double By(const VyrDiagram& d) { return d.m_dBy; }
+    // The zoom: current = k * base + o on each axis.
+    static double ZoomKx(const VyrDiagram& d) { return d.m_dZoomKx; }
+    static double ZoomOx(const VyrDiagram& d) { return d.m_dZoomOx; }
+    static double ZoomKy(const VyrDiagram& d) { return d.m_dZoomKy; }
+    static double ZoomOy(const VyrDiagram& d) { return d.m_dZoomOy; }
+    static void SetZoomFactors(VyrDiagram& d, double kx, double ox, double ky, double oy) {
+        d.m_dZoomKx = kx;
+        d.m_dZoomOx = ox;
+        d.m_dZoomKy = ky;
+        d.m_dZoomOy = oy;
+    }
 
+    // Painting reads the line scale that Paint sets; tests of single painters set it here.
+    static void SetLineScale(VyrDiagram& d, int f) { d.m_iLineScale = f; }
+    static const wxString& SecondsSymbol(const VyrDiagram& d) { return d.m_sSecondsSymbol; }
+
+    // Painters, one at a time.
     static void PaintCurves(VyrDiagram& d, wxDC* dc, bool* repaintAxes) {
         d.PaintCurves(dc, repaintAxes);
     }
@@ -35,64 +62,34 @@ public:
     // The marker painter of a marker style code (1..6); false for another code.
     static bool PaintMarker(VyrDiagram& d, int style, wxDC* dc, VyrCourbe* c,
                             const wxColour& colour) {
-        switch (style) {
-            case 1:
-                d.PaintCurvePoint(dc, c, colour);
-                return true;
-            case 2:
-                d.PaintCurvePlus(dc, c, colour);
-                return true;
-            case 3:
-                d.PaintCurveCross(dc, c, colour);
-                return true;
-            case 4:
-                d.PaintCurveSquare(dc, c, colour);
-                return true;
-            case 5:
-                d.PaintCurveCircle(dc, c, colour);
-                return true;
-            case 6:
-                d.PaintCurveLozenge(dc, c, colour);
-                return true;
-        }
-        return false;
+        using Painter = void (VyrDiagram::*)(wxDC*, VyrCourbe*, const wxColour&);
+        static const Painter painters[] = {
+            &VyrDiagram::PaintCurvePoint,  &VyrDiagram::PaintCurvePlus,
+            &VyrDiagram::PaintCurveCross,  &VyrDiagram::PaintCurveSquare,
+            &VyrDiagram::PaintCurveCircle, &VyrDiagram::PaintCurveLozenge};
+        if (style < 1 || style > 6)
+            return false;
+        (d.*painters[style - 1])(dc, c, colour);
+        return true;
     }
-    // The line painter of a line style code (1..9, 10 with `colour`); false for another code.
+    // The line painter of a line style code (1..9, and 10 with `colour`); false for another.
     static bool PaintLine(VyrDiagram& d, int style, wxDC* dc, VyrCourbe* c,
                           const wxColour& colour = wxColour(0, 0, 0)) {
-        switch (style) {
-            case 1:
-                d.PaintCurveLine(dc, c);
-                return true;
-            case 2:
-                d.PaintCurveHisto(dc, c);
-                return true;
-            case 3:
-                d.PaintCurveLineHV(dc, c);
-                return true;
-            case 4:
-                d.PaintCurveVSegment(dc, c);
-                return true;
-            case 5:
-                d.PaintCurveHSegment(dc, c);
-                return true;
-            case 6:
-                d.PaintCurveHVSegment(dc, c);
-                return true;
-            case 7:
-                d.PaintCurveVLine(dc, c);
-                return true;
-            case 8:
-                d.PaintCurveHLine(dc, c);
-                return true;
-            case 9:
-                d.PaintCurveHVLine(dc, c);
-                return true;
-            case 10:
-                d.PaintCurveRepere(dc, c, colour);
-                return true;
+        using Painter = void (VyrDiagram::*)(wxDC*, VyrCourbe*);
+        static const Painter painters[] = {
+            &VyrDiagram::PaintCurveLine,     &VyrDiagram::PaintCurveHisto,
+            &VyrDiagram::PaintCurveLineHV,   &VyrDiagram::PaintCurveVSegment,
+            &VyrDiagram::PaintCurveHSegment, &VyrDiagram::PaintCurveHVSegment,
+            &VyrDiagram::PaintCurveVLine,    &VyrDiagram::PaintCurveHLine,
+            &VyrDiagram::PaintCurveHVLine};
+        if (style == 10) {
+            d.PaintCurveRepere(dc, c, colour);
+            return true;
         }
-        return false;
+        if (style < 1 || style > 9)
+            return false;
+        (d.*painters[style - 1])(dc, c);
+        return true;
     }
     static void PaintCurveVSegmentSpectro(VyrDiagram& d, wxDC* dc, VyrCourbe* c) {
         d.PaintCurveVSegmentSpectro(dc, c);
@@ -111,9 +108,6 @@ public:
     static void PaintOutilIntervals(VyrDiagram& d, wxDC* dc) { d.PaintOutilIntervals(dc); }
     static void PaintOutilInterval(VyrDiagram& d, wxDC* dc, VyrOutilInterval* tool) {
         d.PaintOutilInterval(dc, tool);
-    }
-    static bool SetCurrentScaleForUnits(VyrDiagram& d, const wxString& ux, const wxString& uy) {
-        return d.SetCurrentScaleForUnits(ux, uy);
     }
 };
 
