@@ -9,6 +9,7 @@
 #include <wx/font.h>
 #include <wx/pen.h>
 
+#include "diagram/VyrDiagramScaleGuard.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
@@ -115,7 +116,8 @@ void VyrDiagram::PaintGraphObj(wxDC* dc) {
 }
 
 void VyrDiagram::PaintCurves(wxDC* dc, bool* repaintAxes) {
-    const VyrScale saved = m_currentScale;
+    // Each curve is drawn in its own units' ranges; the main range comes back at the end.
+    VyrDiagramScaleGuard guard(*this);
     // Pass 0 draws the curves of other Y units, pass 1 those of the main unit, so that the
     // latter lie on top. Band curves (style 10) are drawn in both passes.
     for (int pass = 0; pass < 2; ++pass) {
@@ -130,8 +132,6 @@ void VyrDiagram::PaintCurves(wxDC* dc, bool* repaintAxes) {
                 PaintCurve(dc, courbe, m_bAllCurvesColour || pass == 1, repaintAxes);
         }
     }
-    m_currentScale = saved;
-    UpdateWorld();
 }
 
 void VyrDiagram::PaintCurve(wxDC* dc, VyrCourbe* courbe, bool ownColour, bool* repaintAxes) {
