@@ -3,7 +3,15 @@
 #ifndef VYR_TESTS_SUPPORT_VYRDIAGRAMTESTACCESS_H
 #define VYR_TESTS_SUPPORT_VYRDIAGRAMTESTACCESS_H
 
+#include <wx/colour.h>
+#include <wx/gdicmn.h>
+
 #include "vyrbase/diagram/VyrDiagram.h"
+
+class wxDC;
+class VyrCourbe;
+class VyrNote;
+class VyrOutilInterval;
 
 class VyrDiagramTestAccess {
 public:
@@ -40,6 +48,99 @@ public:
     // Painting reads the line scale that Paint sets; tests of single painters set it here.
     static void SetLineScale(VyrDiagram& d, int f) { d.m_iLineScale = f; }
     static const wxString& SecondsSymbol(const VyrDiagram& d) { return d.m_sSecondsSymbol; }
+
+    // Painters, one at a time.
+    static void PaintCurves(VyrDiagram& d, wxDC* dc, bool* repaintAxes) {
+        d.PaintCurves(dc, repaintAxes);
+    }
+    static void PaintCurve(VyrDiagram& d, wxDC* dc, VyrCourbe* c, bool ownColour,
+                           bool* repaintAxes) {
+        d.PaintCurve(dc, c, ownColour, repaintAxes);
+    }
+    static void PaintGraphObj(VyrDiagram& d, wxDC* dc) { d.PaintGraphObj(dc); }
+
+    // The marker painter of a marker style code (1..6); false for another code.
+    static bool PaintMarker(VyrDiagram& d, int style, wxDC* dc, VyrCourbe* c,
+                            const wxColour& colour) {
+        switch (style) {
+            case 1:
+                d.PaintCurvePoint(dc, c, colour);
+                return true;
+            case 2:
+                d.PaintCurvePlus(dc, c, colour);
+                return true;
+            case 3:
+                d.PaintCurveCross(dc, c, colour);
+                return true;
+            case 4:
+                d.PaintCurveSquare(dc, c, colour);
+                return true;
+            case 5:
+                d.PaintCurveCircle(dc, c, colour);
+                return true;
+            case 6:
+                d.PaintCurveLozenge(dc, c, colour);
+                return true;
+            default:
+                return false;
+        }
+    }
+    // The line painter of a line style code (1..9, and 10 with `colour`); false for another.
+    static bool PaintLine(VyrDiagram& d, int style, wxDC* dc, VyrCourbe* c,
+                          const wxColour& colour = wxColour(0, 0, 0)) {
+        switch (style) {
+            case 1:
+                d.PaintCurveLine(dc, c);
+                return true;
+            case 2:
+                d.PaintCurveHisto(dc, c);
+                return true;
+            case 3:
+                d.PaintCurveLineHV(dc, c);
+                return true;
+            case 4:
+                d.PaintCurveVSegment(dc, c);
+                return true;
+            case 5:
+                d.PaintCurveHSegment(dc, c);
+                return true;
+            case 6:
+                d.PaintCurveHVSegment(dc, c);
+                return true;
+            case 7:
+                d.PaintCurveVLine(dc, c);
+                return true;
+            case 8:
+                d.PaintCurveHLine(dc, c);
+                return true;
+            case 9:
+                d.PaintCurveHVLine(dc, c);
+                return true;
+            case 10:
+                d.PaintCurveRepere(dc, c, colour);
+                return true;
+            default:
+                return false;
+        }
+    }
+    static void PaintCurveVSegmentSpectro(VyrDiagram& d, wxDC* dc, VyrCourbe* c) {
+        d.PaintCurveVSegmentSpectro(dc, c);
+    }
+
+    static void PaintNotes(VyrDiagram& d, wxDC* dc, VyrCourbe* c, const wxColour& colour) {
+        d.PaintNotes(dc, c, colour);
+    }
+    static void PaintNote(VyrDiagram& d, wxDC* dc, VyrNote* note, wxPoint anchor) {
+        d.PaintNote(dc, note, anchor);
+    }
+    static void PaintTitre(VyrDiagram& d, wxDC* dc) { d.PaintTitre(dc); }
+    static wxPoint GetTextPos(VyrDiagram& d, int x, int y, int w, int h, bool toRight, bool below) {
+        return d.GetTextPos(x, y, w, h, toRight, below);
+    }
+    static void PaintOutilIntervals(VyrDiagram& d, wxDC* dc) { d.PaintOutilIntervals(dc); }
+    static void PaintOutilInterval(VyrDiagram& d, wxDC* dc, VyrOutilInterval* tool) {
+        d.PaintOutilInterval(dc, tool);
+    }
 };
 
 #endif
