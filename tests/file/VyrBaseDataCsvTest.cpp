@@ -157,7 +157,7 @@ TEST_F(CsvTest, CurveDetachedForUndoAppearsNowhere) {
     Curve(e, "a", "V", "t", "s", {0, 1}, {1, 2});
     VyrCourbe* gone = Curve(e, "b", "V", "t", "s", {0, 1, 2, 3}, {3, 4, 5, 6});
     Curve(e, "c", "V", "t", "s", {0, 1}, {7, 8});
-    gone->SetDeconnected(true);
+    doc.DeconnectCurve(gone);
     EXPECT_EQ(Export(),
               "E;;\r\n"
               "t(s);a(V);c(V)\r\n"
@@ -169,7 +169,7 @@ TEST_F(CsvTest, DetachedFirstCurveGivesTheXColumnToTheNext) {
     VyrExperience* e = Experience("E");
     VyrCourbe* gone = Curve(e, "a", "V", "t", "s", {0, 1}, {1, 2});
     Curve(e, "c", "V", "u", "ms", {5, 6}, {7, 8});
-    gone->SetDeconnected(true);
+    doc.DeconnectCurve(gone);
     EXPECT_EQ(Export(),
               "E;\r\n"
               "u(ms);c(V)\r\n"
