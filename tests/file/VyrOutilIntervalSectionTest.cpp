@@ -42,7 +42,9 @@ TEST(VyrOutilIntervalSection, TwoToolsAreWrittenInListOrderEachFollowedByABlankL
         Section(text, L"[outil_Interval]", 1).substr(0, 25 + std::to_wstring(b->GetOid()).size()),
         L"[outil_Interval]\r\n\toid = " + std::to_wstring(b->GetOid()));
     const std::wstring second = Section(text, L"[outil_Interval]", 1);
-    EXPECT_EQ(second.substr(second.size() - 12), L"\ty1 = 4\r\n\r\n");
+    const std::wstring end = L"\ty1 = 4\r\n\r\n";
+    ASSERT_GT(second.size(), end.size());
+    EXPECT_EQ(second.substr(second.size() - end.size()), end);
     EXPECT_LT(text.find(L"A1"), text.find(L"B1"));
     // Right after the annotations, which this document has none of: first in the file.
     EXPECT_EQ(text.find(L"[outil_Interval]"), 0u);
