@@ -12,6 +12,7 @@
 
 #include <unistd.h>
 
+#include <wx/strconv.h>
 #include <wx/string.h>
 
 #include "file/VyrTextWriter.h"
@@ -100,8 +101,7 @@ inline std::string Utf16File(const std::wstring& text) {
 }
 
 inline std::string Utf8(const std::wstring& text) {
-    const wxScopedCharBuffer buf = wxString(text).utf8_str();
-    return std::string(buf.data(), buf.length());
+    return wxString(text).ToStdString(wxConvUTF8);
 }
 
 // ISO-8859-1 bytes of a text whose characters are all below U+0100.
