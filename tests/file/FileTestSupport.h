@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -12,6 +13,7 @@
 
 #include <unistd.h>
 
+#include <wx/file.h>
 #include <wx/strconv.h>
 #include <wx/string.h>
 
@@ -172,6 +174,42 @@ inline VyrCourbe* BuildOneCurveDocument(VyrBaseData& doc) {
     c->GetVy()->ValidateAt(2, false);
     c->SetShownInDiagram(0, true);
     return c;
+}
+
+// What a section writer of `doc` writes, as text; `ok` receives the writer's answer.
+inline std::wstring WrittenBy(VyrBaseData& doc,
+                              const std::function<bool(VyrBaseDataTestAccess&, VyrTextWriter&)>& write,
+                              bool* ok = nullptr) {
+    char pattern[] = "/tmp/vyrsectionXXXXXX";
+    const int fd = mkstemp(pattern);
+    if (fd < 0)
+        return L"(no temporary file)";
+    close(fd);
+    bool answer = false;
+    {
+        wxFile file(Wx(pattern), wxFile::write);
+        VyrTextWriter out(file);
+        VyrBaseDataTestAccess access(doc);
+        answer = write(access, out);
+        out.Flush();
+    }
+    if (ok)
+        *ok = answer;
+    const std::string bytes = ReadBytes(pattern);
+    std::remove(pattern);
+    return FromUtf16(bytes, 0);
+}
+
+// Reads `text` with one section reader of `doc` (the header line is taken first) and answers
+// the header the reader returned.
+inline wxString ReadWith(VyrBaseData& doc, const std::wstring& text,
+                         const std::function<wxString(VyrBaseDataTestAccess&)>& read) {
+    VyrBaseDataTestAccess access(doc);
+    access.SetText(text);
+    access.NextToken();
+    const wxString next = read(access);
+    access.ClearText();
+    return next;
 }
 
 }  // namespace filetest
