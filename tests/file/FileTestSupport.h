@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <wx/file.h>
+#include <wx/log.h>
 #include <wx/strconv.h>
 #include <wx/string.h>
 
