@@ -98,6 +98,9 @@ public:
     VyrSpiroMetaDataEntity* GetSpiroMetaDataEntity(bool create, const wchar_t* name);
     VyrSpiroExpEntity* GetSpiroExpEntity(bool create, const wchar_t* name);
 
+    // Appends a new picture record with a fresh oid (named when name is not null).
+    VyrImageRedyEntity* CreateImageRedyEntity(const wchar_t* name);
+
     // Adds a copy of `model` (its four texts and four values) unless an interval tool with the
     // same texts (exact, case included) and values exists. Answers true when it was already
     // present (nothing added), false when a copy was added. The caller keeps `model`.
@@ -180,8 +183,9 @@ public:
     // a curve was reused and notify is true. Null for a null experiment.
     VyrCourbe* CreateCourbe(VyrExperience* e, VyrCourbeParam& p, bool* created, bool notify);
     // grdY, or grdY followed by 1, 2, 3... until no curve of e matches.
-    static wxString GetUniqueGrandeur(VyrExperience* e, const wxString& grdY, const wxString& uniteY,
-                                      const wxString& grdX, const wxString& uniteX);
+    static wxString GetUniqueGrandeur(VyrExperience* e, const wxString& grdY,
+                                      const wxString& uniteY, const wxString& grdX,
+                                      const wxString& uniteX);
     // The experiment's variable of that name, or a new one. Null for a null experiment.
     VyrVariable* CreateVariableEntity(VyrExperience* e, wxString name);
     void DeleteVariable(VyrVariable* v, VyrExperience* e);
