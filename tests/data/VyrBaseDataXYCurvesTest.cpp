@@ -49,6 +49,7 @@ TEST(VyrBaseDataXYCurves, OtherMarkerValuesAreNotXYCurves) {
     doc.RemoveCourbesXYInutiles();
     EXPECT_EQ(doc.FindCourbeByOid(c->GetOid()), c);
     c->SetXYDisplay(1);
+    const int oid = c->GetOid();
     doc.RemoveCourbesXYInutiles();
-    EXPECT_EQ(doc.FindCourbeByOid(c->GetOid()), nullptr);
+    EXPECT_EQ(doc.FindCourbeByOid(oid), nullptr);
 }
