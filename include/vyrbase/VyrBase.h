@@ -5,6 +5,7 @@
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/core/VyrEntity.h"
 #include "vyrbase/core/VyrExport.h"
+#include "vyrbase/core/VyrLineTokenizer.h"
 #include "vyrbase/core/VyrLists.h"
 #include "vyrbase/core/VyrMaps.h"
 #include "vyrbase/core/VyrObservable.h"
@@ -25,6 +26,7 @@
 #include "vyrbase/data/VyrImageRedyEntity.h"
 #include "vyrbase/data/VyrNote.h"
 #include "vyrbase/data/VyrOutilInterval.h"
+#include "vyrbase/data/VyrPhysioRecord.h"
 #include "vyrbase/data/VyrRespihomConfigEntity.h"
 #include "vyrbase/data/VyrRespihomDataEntity.h"
 #include "vyrbase/data/VyrScale.h"
@@ -36,7 +38,10 @@
 #include "vyrbase/data/VyrUnit.h"
 #include "vyrbase/data/VyrVariable.h"
 #include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/file/VyrEncodeBase64.h"
 #include "vyrbase/diagram/VyrDiagram.h"
+#include "vyrbase/diagram/VyrDiagramExport.h"
+#include "vyrbase/diagram/VyrDiagramViewAccess.h"
 #include "vyrbase/diagram/VyrGraphObj.h"
 
 #endif

@@ -5,7 +5,6 @@
 
 #include <wx/docview.h>
 
-
 VyrBaseData* VyrBaseData::m_pActiveBase = nullptr;
 
 namespace {

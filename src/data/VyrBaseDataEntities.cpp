@@ -30,14 +30,22 @@ VyrEntity* Make(int oid, VyrBaseData* base) {
 // The constructor of each kind, indexed by kind - 1.
 typedef VyrEntity* (*EntityMaker)(int, VyrBaseData*);
 const EntityMaker kMakers[VYR_KIND_LAST] = {
-    &Make<VyrExperience>,           &Make<VyrCourbe>,
-    &Make<VyrVecteur>,              &Make<VyrNote>,
-    &Make<VyrVariable>,             &Make<VyrGrilleEntity>,
-    &Make<VyrCompteRendu>,          &Make<VyrSpirogEntity>,
-    &Make<VyrRespihomConfigEntity>, &Make<VyrRespihomDataEntity>,
-    &Make<VyrSpiromEntity>,         &Make<VyrSpiroMetaConfigEntity>,
-    &Make<VyrSpiroMetaDataEntity>,  &Make<VyrSpiroExpEntity>,
-    &Make<VyrImageEntity>,          &Make<VyrImageRedyEntity>,
+    &Make<VyrExperience>,
+    &Make<VyrCourbe>,
+    &Make<VyrVecteur>,
+    &Make<VyrNote>,
+    &Make<VyrVariable>,
+    &Make<VyrGrilleEntity>,
+    &Make<VyrCompteRendu>,
+    &Make<VyrSpirogEntity>,
+    &Make<VyrRespihomConfigEntity>,
+    &Make<VyrRespihomDataEntity>,
+    &Make<VyrSpiromEntity>,
+    &Make<VyrSpiroMetaConfigEntity>,
+    &Make<VyrSpiroMetaDataEntity>,
+    &Make<VyrSpiroExpEntity>,
+    &Make<VyrImageEntity>,
+    &Make<VyrImageRedyEntity>,
     &Make<VyrOutilInterval>,
 };
 
@@ -70,16 +78,15 @@ T* SingleRecord(VyrBaseData* base, bool create, const wchar_t* name, int kind,
 }
 }  // namespace
 
-#define VYR_SINGLE_RECORD_GETTER(Getter, Class, Kind)                                  \
-    Class* VyrBaseData::Getter(bool create, const wchar_t* name) {                     \
+#define VYR_SINGLE_RECORD_GETTER(Getter, Class, Kind)                                     \
+    Class* VyrBaseData::Getter(bool create, const wchar_t* name) {                        \
         return SingleRecord<Class>(this, create, name, Kind, &VyrBaseData::CreateEntity); \
     }
 
 VYR_SINGLE_RECORD_GETTER(GetGrilleEntity, VyrGrilleEntity, VYR_KIND_GRILLE)
 VYR_SINGLE_RECORD_GETTER(GetCompteRenduEntity, VyrCompteRendu, VYR_KIND_COMPTE_RENDU)
 VYR_SINGLE_RECORD_GETTER(GetSpirogEntity, VyrSpirogEntity, VYR_KIND_SPIROG)
-VYR_SINGLE_RECORD_GETTER(GetRespihomConfigEntity, VyrRespihomConfigEntity,
-                         VYR_KIND_RESPIHOM_CONFIG)
+VYR_SINGLE_RECORD_GETTER(GetRespihomConfigEntity, VyrRespihomConfigEntity, VYR_KIND_RESPIHOM_CONFIG)
 VYR_SINGLE_RECORD_GETTER(GetRespihomDataEntity, VyrRespihomDataEntity, VYR_KIND_RESPIHOM_DATA)
 VYR_SINGLE_RECORD_GETTER(GetSpiromEntity, VyrSpiromEntity, VYR_KIND_SPIROM)
 VYR_SINGLE_RECORD_GETTER(GetSpiroMetaConfigEntity, VyrSpiroMetaConfigEntity,
@@ -88,6 +95,10 @@ VYR_SINGLE_RECORD_GETTER(GetSpiroMetaDataEntity, VyrSpiroMetaDataEntity, VYR_KIN
 VYR_SINGLE_RECORD_GETTER(GetSpiroExpEntity, VyrSpiroExpEntity, VYR_KIND_SPIRO_EXP)
 
 #undef VYR_SINGLE_RECORD_GETTER
+
+VyrImageRedyEntity* VyrBaseData::CreateImageRedyEntity(const wchar_t* name) {
+    return static_cast<VyrImageRedyEntity*>(CreateEntity(VYR_KIND_IMAGE_REDY, GetNewOid(), name));
+}
 
 bool VyrBaseData::AddOutilIntervalEntity(VyrOutilInterval* model) {
     if (!model)
@@ -125,12 +136,12 @@ VyrOutilInterval* VyrBaseData::HitTestOutilInterval() {
     return nullptr;
 }
 
-#define VYR_TYPED_ITERATION(Name, Class, Kind)                                   \
-    wxVyrListEntityNode* VyrBaseData::GetFirst##Name##Node() {                   \
-        return GetFirstEntityNode(Kind);                                         \
-    }                                                                            \
-    Class* VyrBaseData::GetNext##Name(wxVyrListEntityNode** cursor) {            \
-        return static_cast<Class*>(GetNextEntity(cursor, Kind));                 \
+#define VYR_TYPED_ITERATION(Name, Class, Kind)                        \
+    wxVyrListEntityNode* VyrBaseData::GetFirst##Name##Node() {        \
+        return GetFirstEntityNode(Kind);                              \
+    }                                                                 \
+    Class* VyrBaseData::GetNext##Name(wxVyrListEntityNode** cursor) { \
+        return static_cast<Class*>(GetNextEntity(cursor, Kind));      \
     }
 
 VYR_TYPED_ITERATION(Experience, VyrExperience, VYR_KIND_EXPERIENCE)

@@ -1,5 +1,6 @@
 #include "vyrbase/data/VyrRespihomConfigEntity.h"
 
-VyrRespihomConfigEntity::VyrRespihomConfigEntity(int oid, VyrBaseData* base) : VyrEntity(oid, base) {}
+VyrRespihomConfigEntity::VyrRespihomConfigEntity(int oid, VyrBaseData* base)
+    : VyrPhysioRecord(oid, base, VYR_KIND_RESPIHOM_CONFIG) {}
 
 VyrRespihomConfigEntity::~VyrRespihomConfigEntity() = default;

@@ -1,5 +1,6 @@
 #include "vyrbase/data/VyrSpiroExpEntity.h"
 
-VyrSpiroExpEntity::VyrSpiroExpEntity(int oid, VyrBaseData* base) : VyrEntity(oid, base) {}
+VyrSpiroExpEntity::VyrSpiroExpEntity(int oid, VyrBaseData* base)
+    : VyrPhysioRecord(oid, base, VYR_KIND_SPIRO_EXP) {}
 
 VyrSpiroExpEntity::~VyrSpiroExpEntity() = default;

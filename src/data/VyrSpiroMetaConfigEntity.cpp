@@ -1,5 +1,6 @@
 #include "vyrbase/data/VyrSpiroMetaConfigEntity.h"
 
-VyrSpiroMetaConfigEntity::VyrSpiroMetaConfigEntity(int oid, VyrBaseData* base) : VyrEntity(oid, base) {}
+VyrSpiroMetaConfigEntity::VyrSpiroMetaConfigEntity(int oid, VyrBaseData* base)
+    : VyrPhysioRecord(oid, base, VYR_KIND_SPIRO_META_CONFIG) {}
 
 VyrSpiroMetaConfigEntity::~VyrSpiroMetaConfigEntity() = default;

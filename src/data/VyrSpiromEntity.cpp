@@ -1,5 +1,6 @@
 #include "vyrbase/data/VyrSpiromEntity.h"
 
-VyrSpiromEntity::VyrSpiromEntity(int oid, VyrBaseData* base) : VyrEntity(oid, base) {}
+VyrSpiromEntity::VyrSpiromEntity(int oid, VyrBaseData* base)
+    : VyrPhysioRecord(oid, base, VYR_KIND_SPIROM) {}
 
 VyrSpiromEntity::~VyrSpiromEntity() = default;

@@ -18,7 +18,18 @@ VyrDiagram::VyrDiagram(VyrBaseData* base, int index)
       m_mapUnitY(kInitialBuckets),
       m_iIndex(index),
       m_sSecondsSymbol(wxGetTranslation("IDS_SYMB_SECONDE")) {
+    // Plot and hit rectangles stay empty, so no transform exists until the first Move.
     m_ptOrigin = wxPoint(0, 0);
+    UpdateUnits();
+    UpdateCourbes();
+    UpdateScale(VYR_SCALE_AUTO);
+    UpdateScale(VYR_SCALE_STANDARD);
+    SetTypeScale(m_iTypeScale);
+    if (m_iTypeScale == VYR_SCALE_MANUAL) {
+        VyrScale manual = m_scales[VYR_SCALE_MANUAL];
+        SetManualScale(&manual, true);
+    }
+    // Last: registering runs OnInitialUpdateObserver, which fills the diagram from the document.
     if (m_pBase)
         m_pBase->AddObserver(this);
 }

@@ -28,7 +28,7 @@ WX_DECLARE_HASH_MAP_WITH_DECL(int, VyrCourbe*, wxIntegerHash, wxIntegerEqual, Vy
                               class VYRBASE_API);
 WX_DECLARE_HASH_MAP_WITH_DECL(int, VyrVecteur*, wxIntegerHash, wxIntegerEqual, VyrIntToVecteurMap,
                               class VYRBASE_API);
-WX_DECLARE_HASH_MAP_WITH_DECL(long, VyrVecteur*, wxIntegerHash, wxIntegerEqual,
-                              VyrLongToVecteurMap, class VYRBASE_API);
+WX_DECLARE_HASH_MAP_WITH_DECL(long, VyrVecteur*, wxIntegerHash, wxIntegerEqual, VyrLongToVecteurMap,
+                              class VYRBASE_API);
 
 #endif

@@ -1,14 +1,16 @@
-// A spirogram record (entity kind 8), section "[spirog]".
-// Its record fields arrive with the file sections that carry them.
+// A spirogram record (entity kind 8), section "[spirog]": "exp" and ten real values.
+// Values are held by key (see VyrPhysioRecord).
 #ifndef VYRBASE_DATA_VYRSPIROGENTITY_H
 #define VYRBASE_DATA_VYRSPIROGENTITY_H
 
-#include "vyrbase/core/VyrEntity.h"
 #include "vyrbase/core/VyrExport.h"
+#include "vyrbase/data/VyrPhysioRecord.h"
 
-class VYRBASE_API VyrSpirogEntity : public VyrEntity {
+class VYRBASE_API VyrSpirogEntity : public VyrPhysioRecord {
 public:
     VyrSpirogEntity(int oid, VyrBaseData* base);
+    VyrSpirogEntity(const VyrSpirogEntity&) = default;
+    VyrSpirogEntity& operator=(const VyrSpirogEntity&) = default;
     ~VyrSpirogEntity() override;
 
     int GetKind() const override { return VYR_KIND_SPIROG; }

@@ -23,10 +23,12 @@ public:
     double GetMin(int type) const { return IsType(type) ? m_dMin[type] : 0.0; }
     double GetMax(int type) const { return IsType(type) ? m_dMax[type] : 0.0; }
     void SetMin(int type, double v) {
-        if (IsType(type)) m_dMin[type] = v;
+        if (IsType(type))
+            m_dMin[type] = v;
     }
     void SetMax(int type, double v) {
-        if (IsType(type)) m_dMax[type] = v;
+        if (IsType(type))
+            m_dMax[type] = v;
     }
 
 private:

@@ -265,9 +265,15 @@ private:
     VyrNote* HitTestNote(wxPoint p, VyrCourbe** courbe);
     double Distance2PointToRectangle(int x, int y, int left, int top, int right, int bottom);
 
-    // Sets the current scale from a curve's (or tool's) X and Y units; false when that range
-    // is empty on either axis. Callers save and restore the current scale around it.
+    // Sets the current scale from a curve's (or tool's) X and Y units: with a record of the
+    // unit, k*min[type]+o .. k*max[type]+o; without one, o-k .. o+k (the zoom of each axis).
+    // When that range is valid it also updates the transform and answers true; otherwise the
+    // transform is left as it was and the answer is false. It does not save anything: callers
+    // save the current scale first and restore it (then UpdateWorld) when they are done.
     bool SetCurrentScaleForUnits(const wxString& unitX, const wxString& unitY);
+    // The same for a curve's X and Y vector units, followed by UpdateWorld; false for a curve
+    // without both vectors or with an empty range.
+    bool SetCurrentScaleForCourbe(VyrCourbe* courbe);
     void CopyFrom(const VyrDiagram& other);
 
     wxArrayString m_asAllUnits;

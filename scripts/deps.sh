@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that VyrBase needs and that the machine lacks; idempotent.
+# Usage: scripts/deps.sh run|test
+set -euo pipefail
+
+run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
+test_packages=("${run_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
+               libjpeg-turbo-progs file)
+
+case "${1:-run}" in
+    run) wanted=("${run_packages[@]}") ;;
+    test) wanted=("${test_packages[@]}") ;;
+    *) echo "usage: $0 run|test" >&2; exit 2 ;;
+esac
+
+missing=()
+for pkg in "${wanted[@]}"; do
+    if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q "install ok installed"; then
+        missing+=("$pkg")
+    fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "vyr: installing Debian packages: ${missing[*]}"
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then
+    if command -v sudo >/dev/null; then sudo="sudo"; else
+        echo "vyr: missing packages (${missing[*]}) and not root: install them first" >&2
+        exit 1
+    fi
+fi
+export DEBIAN_FRONTEND=noninteractive
+if ! $sudo apt-get update -qq; then
+    echo "vyr: apt-get update failed: cannot install ${missing[*]}" >&2
+    exit 1
+fi
+if ! $sudo apt-get install -y -qq "${missing[@]}" >/dev/null; then
+    echo "vyr: apt-get could not install: ${missing[*]}" >&2
+    exit 1
+fi

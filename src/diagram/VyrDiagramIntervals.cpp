@@ -1,0 +1,120 @@
+// The interval tools of the active document: a measured rectangle between two points, labelled
+// with its width and height, or a labelled point when both corners are equal. Each tool is drawn
+// in the ranges of its own units, like a curve.
+#include <algorithm>
+#include <cmath>
+
+#include <wx/brush.h>
+#include <wx/dc.h>
+#include <wx/font.h>
+#include <wx/pen.h>
+
+#include "diagram/VyrCurvePoints.h"
+#include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/data/VyrOutilInterval.h"
+#include "vyrbase/diagram/VyrDiagram.h"
+
+namespace {
+
+// The labels' font: the context's font raised to at least 11 points, bold when selected.
+wxFont LabelFont(const wxFont& base, bool selected) {
+    wxFont font = base.IsOk() ? base : *wxNORMAL_FONT;
+    if (font.GetPointSize() < 11)
+        font.SetPointSize(11);
+    font.SetNumericWeight(selected ? wxFONTWEIGHT_BOLD : wxFONTWEIGHT_NORMAL);
+    return font;
+}
+
+}  // namespace
+
+void VyrDiagram::PaintOutilIntervals(wxDC* dc) {
+    VyrBaseData* active = VyrBaseData::GetActiveBase();
+    if (!dc || !active)
+        return;
+    const VyrScale saved = m_currentScale;
+    wxVyrListEntityNode* node = active->GetFirstEntityNode(VYR_KIND_OUTIL_INTERVAL);
+    while (node) {
+        auto* tool = static_cast<VyrOutilInterval*>(
+            active->GetNextEntity(&node, VYR_KIND_OUTIL_INTERVAL));
+        if (!tool || tool->GetAbs() != m_sUx)
+            continue;
+        if (SetCurrentScaleForUnits(tool->GetAbs(), tool->GetOrd()))
+            PaintOutilInterval(dc, tool);
+    }
+    m_currentScale = saved;
+    UpdateWorld();
+}
+
+void VyrDiagram::PaintOutilInterval(wxDC* dc, VyrOutilInterval* tool) {
+    if (!dc || !tool)
+        return;
+    const VyrWorldTransform world{m_dAx, m_dBx, m_dAy, m_dBy};
+    const bool selected = tool->IsSelected();
+    const int penWidth = selected ? 2 : 1;
+    const wxFont oldFont = dc->GetFont();
+    const wxColour oldText = dc->GetTextForeground();
+    const double x0 = tool->GetX0();
+    const double y0 = tool->GetY0();
+    const double x1 = tool->GetX1();
+    const double y1 = tool->GetY1();
+
+    if (x0 == x1 && y0 == y1) {
+        const wxPoint raw = world.ToPixel(x0, y0);
+        const wxPoint p(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y));
+        dc->SetPen(wxPen(*wxRED, penWidth, wxPENSTYLE_SOLID));
+        dc->SetBrush(*wxRED_BRUSH);
+        dc->DrawEllipse(p.x - 3, p.y - 3, 7, 7);
+        dc->SetPen(wxNullPen);
+        dc->SetBrush(wxNullBrush);
+
+        dc->SetTextForeground(m_colourAxis);
+        dc->SetFont(LabelFont(oldFont, selected));
+        wxCoord w = 0;
+        wxCoord h = 0;
+        dc->GetTextExtent(tool->GetEtiq1(), &w, &h);
+        // Away from the origin: right of points with x >= 0, below points with y < 0.
+        const wxPoint at = GetTextPos(p.x, p.y, w, h, x0 >= 0, y0 < 0);
+        dc->DrawText(tool->GetEtiq1(), at);
+    } else {
+        const wxPoint rawA = world.ToPixel(x0, y0);
+        const wxPoint rawC = world.ToPixel(x1, y1);
+        const int a = VyrSafeCoord(rawA.x);
+        const int b = VyrSafeCoord(rawA.y);
+        const int c = VyrSafeCoord(rawC.x);
+        const int d = VyrSafeCoord(rawC.y);
+        // Negative when the tool was dragged right to left or bottom to top.
+        const int width = c - a + 1;
+        const int height = d - b + 1;
+        dc->SetPen(wxPen(m_colourAxis, penWidth, wxPENSTYLE_DOT));
+        dc->SetBrush(*wxTRANSPARENT_BRUSH);
+        dc->DrawRectangle(a, b, width, height);
+        dc->SetPen(wxNullPen);
+        dc->SetBrush(wxNullBrush);
+
+        dc->SetTextForeground(m_colourAxis);
+        dc->SetFont(LabelFont(oldFont, selected));
+        const int leftmost = std::min(a, c);
+        const int topmost = std::min(b, d);
+
+        // Width label, centred over the rectangle, normally 5 pixels above it.
+        const wxString across = wxString::Format(
+            "%s %s", FormatValueOnGraph(std::fabs(x1 - x0), true), tool->GetAbs());
+        wxCoord w = 0;
+        wxCoord h = 0;
+        dc->GetTextExtent(across, &w, &h);
+        const int acrossX = leftmost + (std::abs(width) - w) / 2;
+        const int acrossY = GetTextPos(acrossX, topmost, w, h, true, false).y;
+        dc->DrawText(across, acrossX, acrossY);
+
+        // Height label, centred beside the rectangle, normally 6 pixels right of it.
+        const wxString upward = wxString::Format(
+            "%s %s", FormatValueOnGraph(std::fabs(y1 - y0), false), tool->GetOrd());
+        dc->GetTextExtent(upward, &w, &h);
+        const int upwardY = topmost + (std::abs(height) - h) / 2;
+        const int upwardX = GetTextPos(std::max(a, c), upwardY, w, h, true, true).x;
+        dc->DrawText(upward, upwardX, upwardY);
+    }
+
+    dc->SetFont(oldFont);
+    dc->SetTextForeground(oldText);
+}

@@ -1,0 +1,177 @@
+// Notes of a curve (a text box tied to one point by a leader line), the diagram's title box,
+// the title's position as fractions of the plot rectangle, and the placing of a label next to
+// a point without leaving the plot rectangle.
+#include <algorithm>
+#include <cmath>
+
+#include <wx/brush.h>
+#include <wx/dc.h>
+#include <wx/font.h>
+#include <wx/pen.h>
+
+#include "diagram/VyrCurvePoints.h"
+#include "diagram/VyrSystemColours.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrNote.h"
+#include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/diagram/VyrDiagram.h"
+
+namespace {
+
+// Margins between a box and its text.
+const int kNoteMargin = 4;
+const int kTitreMargin = 10;
+
+const wxColour kTitreOrange(255, 153, 0);
+
+// Truncation toward zero of a pixel position, saturated so that absurd fractions stay far
+// outside any device instead of overflowing.
+int TruncatePixel(double v) {
+    const double limit = 1 << 28;
+    if (!(v > -limit))
+        return -(1 << 28);
+    if (v > limit)
+        return 1 << 28;
+    return static_cast<int>(v);
+}
+
+}  // namespace
+
+void VyrDiagram::PaintNotes(wxDC* dc, VyrCourbe* courbe, const wxColour& colour) {
+    if (!dc || !courbe || courbe->GetNotesCount() == 0)
+        return;
+    const wxColour highlight = VyrSystemColours::Highlight();
+    const wxColour highlightText = VyrSystemColours::HighlightText();
+    const wxColour inner = GetInnerColor(colour);
+    const VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    const wxColour oldText = dc->GetTextForeground();
+
+    wxVyrListNoteNode* node = courbe->GetFirstNote();
+    while (node) {
+        VyrNote* note = courbe->GetNextNote(&node);
+        if (!note)
+            continue;
+        // A note on an invalid or missing point is not drawn, not even its leader line.
+        const int index = note->GetPointIndex();
+        if (!points.IsValid(index))
+            continue;
+        const bool selected = note->GetState() != VYR_NOTE_NORMAL;
+        dc->SetPen(wxPen(selected ? highlight : colour, m_iLineScale, wxPENSTYLE_SOLID));
+        dc->SetBrush(wxBrush(selected ? highlight : inner, wxBRUSHSTYLE_SOLID));
+        dc->SetTextForeground(selected ? highlightText : *wxBLACK);
+        PaintNote(dc, note, points.Pixel(index));
+        dc->SetPen(wxNullPen);
+        dc->SetBrush(wxNullBrush);
+    }
+    dc->SetTextForeground(oldText);
+}
+
+void VyrDiagram::PaintNote(wxDC* dc, VyrNote* note, wxPoint anchor) {
+    if (!dc || !note)
+        return;
+    const VyrWorldTransform world{m_dAx, m_dBx, m_dAy, m_dBy};
+    const wxPoint raw = world.ToPixel(note->GetPositionX(), note->GetPositionY());
+    const wxPoint corner(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y));
+    anchor = wxPoint(VyrSafeCoord(anchor.x), VyrSafeCoord(anchor.y));
+
+    if (note->GetState() == VYR_NOTE_MOVING) {
+        // The box follows the mouse and is drawn by the caller that moves it.
+        dc->DrawLine(anchor, wxPoint(corner.x + note->GetBoxWidth() / 2,
+                                     corner.y + note->GetBoxHeight() / 2));
+        return;
+    }
+
+    wxCoord textWidth = 0;
+    wxCoord textHeight = 0;
+    dc->GetMultiLineTextExtent(note->GetText(), &textWidth, &textHeight);
+    const int width = textWidth + 2 * kNoteMargin;
+    const int height = textHeight + 2 * kNoteMargin;
+    note->SetBoxSize(width, height);
+
+    dc->DrawLine(anchor, wxPoint(corner.x + width / 2, corner.y + height / 2));
+    dc->DrawRectangle(corner.x, corner.y, width, height);
+    dc->DrawText(note->GetText(), corner.x + kNoteMargin, corner.y + kNoteMargin);
+}
+
+void VyrDiagram::PaintTitre(wxDC* dc) {
+    VyrNote* titre = m_pNoteTitre;
+    if (!dc || !titre || titre->GetState() == VYR_NOTE_MOVING || !titre->IsShown())
+        return;
+    const bool selected = titre->GetState() == VYR_NOTE_SELECTED;
+    const wxColour highlight = VyrSystemColours::Highlight();
+
+    const wxFont oldFont = dc->GetFont();
+    const wxColour oldText = dc->GetTextForeground();
+    dc->SetPen(wxPen(selected ? highlight : kTitreOrange, m_iLineScale, wxPENSTYLE_SOLID));
+    dc->SetBrush(
+        wxBrush(selected ? highlight : GetInnerColor(kTitreOrange), wxBRUSHSTYLE_SOLID));
+    dc->SetTextForeground(selected ? VyrSystemColours::HighlightText() : *wxBLACK);
+    wxFont bold = oldFont;
+    if (bold.IsOk())
+        bold.SetNumericWeight(wxFONTWEIGHT_BOLD);
+    dc->SetFont(bold);
+
+    const wxPoint corner = GetTitrePos(titre);
+    wxCoord textWidth = 0;
+    wxCoord textHeight = 0;
+    dc->GetMultiLineTextExtent(titre->GetText(), &textWidth, &textHeight);
+    const int width = textWidth + 2 * kTitreMargin;
+    const int height = textHeight + 2 * kTitreMargin;
+    titre->SetBoxSize(width, height);
+    dc->DrawRectangle(corner.x, corner.y, width, height);
+    dc->DrawText(titre->GetText(), corner.x + kTitreMargin, corner.y + kTitreMargin);
+
+    dc->SetPen(wxNullPen);
+    dc->SetBrush(wxNullBrush);
+    dc->SetFont(oldFont);
+    dc->SetTextForeground(oldText);
+}
+
+wxPoint VyrDiagram::GetTitrePos(VyrNote* note) {
+    if (!note)
+        return wxPoint(0, 0);
+    // Truncated, not rounded.
+    return wxPoint(TruncatePixel(m_rectPlot.width * note->GetPositionX() + m_rectPlot.x),
+                   TruncatePixel(m_rectPlot.height * note->GetPositionY() + m_rectPlot.y));
+}
+
+void VyrDiagram::SetTitrePos(VyrNote* note, wxPoint p) {
+    if (!note || m_rectPlot.width < 1 || m_rectPlot.height < 1)
+        return;
+    note->SetPosition(static_cast<double>(p.x - m_rectPlot.x) / m_rectPlot.width,
+                      static_cast<double>(p.y - m_rectPlot.y) / m_rectPlot.height);
+}
+
+// The corner of a w x h text next to (x, y): preferably right of / below the point as asked,
+// on the other side when that leaves the plot rectangle, and finally clamped into it (the
+// upper bound last, so a text wider than the rectangle ends at its right edge).
+wxPoint VyrDiagram::GetTextPos(int x, int y, int width, int height, bool toRight, bool below) {
+    x = VyrSafeCoord(x);
+    y = VyrSafeCoord(y);
+    width = VyrSafeCoord(width);
+    height = VyrSafeCoord(height);
+    const int left = m_rectPlot.x;
+    const int top = m_rectPlot.y;
+    const int right = left + m_rectPlot.width - 1;
+    const int bottom = top + m_rectPlot.height - 1;
+
+    const int rightColumn = x + 6;
+    const int leftColumn = x - width - 5;
+    int column = toRight ? rightColumn : leftColumn;
+    if (column - 3 < left)
+        column = rightColumn;
+    if (column + width + 3 > right)
+        column = leftColumn;
+
+    const int belowRow = y + 6;
+    const int aboveRow = y - height - 5;
+    int row = below ? belowRow : aboveRow;
+    if (row < top)
+        row = belowRow;
+    if (row + height > bottom)
+        row = aboveRow;
+
+    column = std::min(std::max(column, left), right - width);
+    row = std::min(std::max(row, top), bottom - height);
+    return wxPoint(column, row);
+}

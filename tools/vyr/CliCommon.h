@@ -1,0 +1,49 @@
+// What every vyr command shares: exit codes, messages a person can act on, opening documents,
+// and writing output files without ever destroying an existing one on failure.
+#ifndef VYR_TOOLS_CLICOMMON_H
+#define VYR_TOOLS_CLICOMMON_H
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <wx/string.h>
+
+class VyrBaseData;
+
+namespace vyr {
+
+// Exit codes: each kind of failure has its own, so scripts can tell them apart.
+enum ExitCode {
+    kExitOk = 0,
+    kExitUsage = 2,   // unknown command or option, missing argument
+    kExitInput = 3,   // an input file cannot be opened or read
+    kExitFormat = 4,  // an input file is not a document (or big-endian text)
+    kExitOutput = 5,  // an output file cannot be written
+};
+
+// The sample document used when a command is given no file.
+wxString DefaultSample();
+
+// Prints "vyr: <subject>: <reason>" on stderr.
+void Complain(const wxString& subject, const wxString& reason);
+
+// The encoding a document file is read with, as Load detects it ("UTF-16LE", "UTF-8 with
+// mark", "UTF-8", "ISO-8859-1"), or "big-endian UTF-16" which Load refuses.
+wxString DetectEncoding(const std::vector<unsigned char>& bytes);
+
+// Loads `path` into `doc`. On failure complains (naming the file and the reason) and answers the
+// exit code; kExitOk on success. `encoding` receives the detected encoding when not null.
+int OpenDocument(const wxString& path, VyrBaseData& doc, wxString* encoding = nullptr);
+
+// Writes `target` through `write` (which writes the file it is given) into a new file beside
+// the target, renamed over it only when `write` succeeded: a failure never destroys or
+// half-writes an existing file. Complains and answers kExitOutput on failure.
+int WriteAtomically(const wxString& target, const std::function<bool(const wxString&)>& write);
+
+// `path` with its extension replaced by `extension` (given without the dot).
+wxString WithExtension(const wxString& path, const wxString& extension);
+
+}  // namespace vyr
+
+#endif
