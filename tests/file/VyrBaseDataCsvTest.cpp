@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <unistd.h>
+
 #include <wx/ffile.h>
 #include <wx/filename.h>
 
@@ -232,4 +234,14 @@ TEST_F(CsvTest, AccentedNamesAreUtf8WithoutMarkAndReadBackByPythonCsv) {
         GTEST_SKIP() << "file(1) not installed";
     EXPECT_NE(kind.find("UTF-8"), std::string::npos) << kind;
     EXPECT_EQ(kind.find("BOM"), std::string::npos) << kind;
+}
+
+TEST_F(CsvTest, ShortWriteAnswersFalse) {
+    if (access("/dev/full", W_OK) != 0)
+        GTEST_SKIP() << "no /dev/full";
+    VyrExperience* e = Experience("E");
+    Curve(e, "a", "V", "t", "s", {0, 1}, {1, 2});
+    EXPECT_FALSE(doc.SaveAsCsvUTF8("/dev/full"));
+    VyrBaseData empty(nullptr);
+    EXPECT_FALSE(empty.SaveAsCsvUTF8("/dev/full"));
 }

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+
+#include <unistd.h>
 #include <vector>
 
 #include "RecordTestSupport.h"
@@ -241,4 +243,13 @@ TEST(VyrPhysioSection, DocumentWithoutRecordsWritesNoPhysiologySection) {
     const std::wstring text = SaveText(doc, dir);
     for (const wchar_t* header : {L"[spirog]", L"[spiroexp]", L"[spirom]", L"[Param_"})
         EXPECT_EQ(text.find(header), std::wstring::npos) << header;
+}
+
+TEST(VyrPhysioSection, ShortWriteFailsTheSave) {
+    if (access("/dev/full", W_OK) != 0)
+        GTEST_SKIP() << "no /dev/full";
+    VyrBaseData doc(nullptr);
+    for (int i = 0; i < 20000; ++i)
+        Create(doc, VYR_KIND_SPIROM);
+    EXPECT_FALSE(doc.Save("/dev/full"));
 }
