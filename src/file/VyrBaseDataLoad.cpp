@@ -7,6 +7,7 @@
 #include <new>
 
 #include <wx/file.h>
+#include <wx/filefn.h>
 #include <wx/intl.h>
 #include <wx/log.h>
 #include <wx/strconv.h>
@@ -171,8 +172,10 @@ bool VyrBaseData::Load(const wxString& path) {
 
     bool result = false;
     wxFile file;
-    if (file.Open(path, wxFile::read, wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP |
-                                          wxS_IROTH | wxS_IWOTH)) {
+    // A directory opens for reading but has no content: it is a file that cannot be opened.
+    if (!wxDirExists(path) &&
+        file.Open(path, wxFile::read,
+                  wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP | wxS_IROTH | wxS_IWOTH)) {
         Delete();
         size_t length = 0;
         unsigned char* bytes = ReadAll(file, &length);
