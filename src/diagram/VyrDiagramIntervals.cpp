@@ -34,8 +34,8 @@ void VyrDiagram::PaintOutilIntervals(wxDC* dc) {
     const VyrScale saved = m_currentScale;
     wxVyrListEntityNode* node = active->GetFirstEntityNode(VYR_KIND_OUTIL_INTERVAL);
     while (node) {
-        auto* tool = static_cast<VyrOutilInterval*>(
-            active->GetNextEntity(&node, VYR_KIND_OUTIL_INTERVAL));
+        auto* tool =
+            static_cast<VyrOutilInterval*>(active->GetNextEntity(&node, VYR_KIND_OUTIL_INTERVAL));
         if (!tool || tool->GetAbs() != m_sUx)
             continue;
         if (SetCurrentScaleForUnits(tool->GetAbs(), tool->GetOrd()))
@@ -97,8 +97,8 @@ void VyrDiagram::PaintOutilInterval(wxDC* dc, VyrOutilInterval* tool) {
         const int topmost = std::min(b, d);
 
         // Width label, centred over the rectangle, normally 5 pixels above it.
-        const wxString across = wxString::Format(
-            "%s %s", FormatValueOnGraph(std::fabs(x1 - x0), true), tool->GetAbs());
+        const wxString across =
+            wxString::Format("%s %s", FormatValueOnGraph(std::fabs(x1 - x0), true), tool->GetAbs());
         wxCoord w = 0;
         wxCoord h = 0;
         dc->GetTextExtent(across, &w, &h);
