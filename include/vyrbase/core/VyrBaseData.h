@@ -10,15 +10,17 @@
 #define VYRBASE_CORE_VYRBASEDATA_H
 
 #include <cstddef>
+#include <string_view>
+#include <vector>
 
 #include <wx/arrstr.h>
 #include <wx/colour.h>
 #include <wx/dynarray.h>
 #include <wx/string.h>
-#include <wx/tokenzr.h>
 
 #include "vyrbase/core/VyrEntity.h"
 #include "vyrbase/core/VyrExport.h"
+#include "vyrbase/core/VyrLineTokenizer.h"
 #include "vyrbase/core/VyrLists.h"
 #include "vyrbase/core/VyrMaps.h"
 #include "vyrbase/core/VyrObservable.h"
@@ -43,6 +45,7 @@ class VyrSpiroExpEntity;
 class VyrSpiroMetaConfigEntity;
 class VyrSpiroMetaDataEntity;
 class VyrSpiromEntity;
+class VyrTextWriter;
 class VyrUnit;
 class VyrVariable;
 class VyrVecteur;
@@ -280,11 +283,69 @@ protected:
 
     // ---- Section readers and writers (one per section of the file) --------------------------
     // Each reader consumes its lines from the tokenizer and returns the next section header
-    // (empty at the end of the text). Each writer answers false on a short write.
-    // (Declared by the file subsystem below.)
+    // (empty at the end of the text); the three that can end the whole load raise *stop.
+    wxString ParseUnit();
+    wxString ParseVector(bool* stop);
+    wxString ParseCurve(bool* stop);
+    wxString ParseExperience(bool* stop);
+    wxString ParseNote();
+    wxString ParseOutilInterval();
+    wxString ParseReport();
+    wxString ParseGrille();
+    wxString ParseSpirog();
+    wxString ParseSpirom();
+    wxString ParseSpiroExp();
+    wxString ParseRespihomConfig();
+    wxString ParseRespihomData();
+    wxString ParseSpiroMetaConfig();
+    wxString ParseSpiroMetaData();
+    wxString ParseImageRedy();
+    // The older picture record: no section header leads to it.
+    wxString ParseImage();
+
+    // Each writer appends its sections, in entity-list order, and answers out.IsOk() (false
+    // once a write came up short). Save calls them in the file's fixed order of sections.
+    bool SauveAnnotations(VyrTextWriter& out);
+    bool SauveOutilInterval(VyrTextWriter& out);
+    bool SauveCompteRendu(VyrTextWriter& out);
+    bool SauveUnite(VyrTextWriter& out);
+    bool SauveVecteur(VyrTextWriter& out);
+    bool SauveCourbe(VyrTextWriter& out);
+    bool SauveSpirog(VyrTextWriter& out);
+    bool SauveSpiroExp(VyrTextWriter& out);
+    bool SauveSpirom(VyrTextWriter& out);
+    bool SauveRespihomConfig(VyrTextWriter& out);
+    bool SauveRespihomData(VyrTextWriter& out);
+    bool SauveSpiroMetaConfig(VyrTextWriter& out);
+    bool SauveSpiroMetaData(VyrTextWriter& out);
+    bool SauveExperience(VyrTextWriter& out);
+    bool SauveGrille(VyrTextWriter& out);
+    bool SauveImageRedy(VyrTextWriter& out);
+
+    // ---- Reading primitives shared by the section readers ----------------------------------
+    // A section reader is a loop: while (NextSectionLine(line, header)) { match the key... }
+    // return header;
+    //
+    // Takes the next line of the current section. Answers false at a line that begins with "["
+    // (the next section's header, given in `header`) or at the end of the text (`header`
+    // empty).
+    bool NextSectionLine(std::wstring_view& line, wxString& header);
+    // ParseString on a line view: the quoted value after "=", continued over the following
+    // lines until its closing quote. Answers whether the closing quote was found.
+    bool ReadQuoted(std::wstring_view line, wxString& value);
+    // ParseTableInt on a line view.
+    bool ReadTableInt(std::wstring_view line, std::vector<int>& values);
+    // ParseTableDouble into a plain vector (no toolkit array in between).
+    bool ReadTableDouble(std::vector<double>& values);
 
 private:
     friend class VyrBaseDataTestAccess;
+
+    // Pieces of the curve reader.
+    static wxColour ColourFromFile(int value);
+    static void ApplyStyleEx(VyrCourbe* curve, const wxString& style);
+    VyrVecteur* FindCurveVector(int oid, VyrCourbe* curve, bool x);
+    void RaiseDiagramCount(int count);
 
     void CreateDiagrams();
     void DestroyDiagrams();
@@ -296,7 +357,8 @@ private:
     VyrIntToUnitMap m_mapUnits;
     VyrIntToIntMap m_mapVectorUnit;
     VyrIntToStringMap m_mapNoteCurve;
-    wxStringTokenizer m_tokenizer;
+    // The reader's line tokenizer over the text being loaded (views into it, no copies).
+    VyrLineTokenizer m_tokenizer;
     wxArrayString m_asUnknownSections;
     wxDocument* m_pDocument;
     VyrArrayEntity m_arrayDeconnected;

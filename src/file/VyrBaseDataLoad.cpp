@@ -1,0 +1,280 @@
+// Loading a document file: reading the bytes, recognising and decoding the text (UTF-16LE with
+// its mark, UTF-8, ISO-8859-1), cutting it into lines and handing each section to its reader.
+#include <climits>
+#include <cstdint>
+#include <cstring>
+#include <cwchar>
+#include <new>
+
+#include <wx/file.h>
+#include <wx/filefn.h>
+#include <wx/intl.h>
+#include <wx/log.h>
+#include <wx/strconv.h>
+
+#include "file/VyrReadText.h"
+#include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrExperience.h"
+
+namespace {
+
+// Section headers in the order in which they are tested.
+enum Section {
+    kSectionUnit,
+    kSectionVector,
+    kSectionCurve,
+    kSectionExperience,
+    kSectionNote,
+    kSectionOutilInterval,
+    kSectionReport,
+    kSectionGrid,
+    kSectionSpirog,
+    kSectionSpirom,
+    kSectionSpiroExp,
+    kSectionRespihomConfig,
+    kSectionRespihomData,
+    kSectionSpiroMetaConfig,
+    kSectionSpiroMetaData,
+    kSectionImageRedy,
+};
+
+const wchar_t* const kSectionHeaders[] = {
+    L"[unit\u00e9]",         L"[vecteur]",
+    L"[courbe]",             L"[manipulation]",
+    L"[Annotation]",         L"[outil_Interval]",
+    L"[compte_rendu]",       L"[cellules]",
+    L"[spirog]",             L"[spirom]",
+    L"[spiroexp]",           L"[Param_RespihomConfig]",
+    L"[Param_RespihomData]", L"[Param_SpiroMetaConfig]",
+    L"[Param_SpiroMetaData]", L"[image_Redy]",
+};
+
+int FindSection(const wxString& header) {
+    for (size_t i = 0; i < sizeof kSectionHeaders / sizeof kSectionHeaders[0]; ++i)
+        if (header == kSectionHeaders[i])
+            return static_cast<int>(i);
+    return -1;
+}
+
+// "[unité]" in UTF-8: the only sign, besides the mark, that a file without a mark is UTF-8.
+const char kUtf8UnitHeader[] = "[unit\xC3\xA9]";
+
+// Decodes UTF-16LE code units up to the first zero unit into a new NUL-terminated wide text
+// (null when memory is short). Surrogate pairs become one character; a lone surrogate is kept
+// as it is, so that the text goes back to the same units when written.
+wchar_t* DecodeUtf16Le(const unsigned char* bytes) {
+    size_t units = 0;
+    while (bytes[2 * units] != 0 || bytes[2 * units + 1] != 0)
+        ++units;
+    wchar_t* text = new (std::nothrow) wchar_t[units + 1];
+    if (!text)
+        return nullptr;
+    size_t n = 0;
+    for (size_t i = 0; i < units; ++i) {
+        unsigned c = bytes[2 * i] | (bytes[2 * i + 1] << 8);
+        if (c >= 0xD800 && c <= 0xDBFF && i + 1 < units) {
+            const unsigned low = bytes[2 * i + 2] | (bytes[2 * i + 3] << 8);
+            if (low >= 0xDC00 && low <= 0xDFFF) {
+                c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
+                ++i;
+            }
+        }
+        text[n++] = static_cast<wchar_t>(c);
+    }
+    text[n] = L'\0';
+    return text;
+}
+
+// Decodes a NUL-terminated byte text with the toolkit converter into a new wide text (null
+// when the bytes are not valid for the converter or memory is short): one call for the
+// count, one to fill a zeroed buffer.
+wchar_t* DecodeBytes(const wxMBConv& conv, const char* bytes) {
+    const size_t count = conv.MB2WC(nullptr, bytes, 0);
+    if (count == wxCONV_FAILED)
+        return nullptr;
+    wchar_t* text = new (std::nothrow) wchar_t[count + 1]();
+    if (!text)
+        return nullptr;
+    if (conv.MB2WC(text, bytes, count + 1) == wxCONV_FAILED) {
+        delete[] text;
+        return nullptr;
+    }
+    return text;
+}
+
+// Reads the whole file into a zero-filled buffer with room behind the data: two zero bytes end
+// the text in any of the three encodings, and two more keep the UTF-16 scan inside the buffer
+// when the length is odd (the last byte then pairs with a zero). Null when the length is
+// unknown, memory is short or a read fails.
+unsigned char* ReadAll(wxFile& file, size_t* length) {
+    const wxFileOffset fileLength = file.Length();
+    if (fileLength < 0 || static_cast<unsigned long long>(fileLength) > SIZE_MAX - 4)
+        return nullptr;
+    const size_t total = static_cast<size_t>(fileLength);
+    unsigned char* bytes = new (std::nothrow) unsigned char[total + 4]();
+    if (!bytes)
+        return nullptr;
+    size_t done = 0;
+    while (done < total) {
+        const ssize_t got = file.Read(bytes + done, total - done);
+        if (got == wxInvalidOffset) {
+            delete[] bytes;
+            return nullptr;
+        }
+        if (got == 0)
+            break;  // the file shrank meanwhile: the rest stays zero
+        done += static_cast<size_t>(got);
+    }
+    *length = total;
+    return bytes;
+}
+
+}  // namespace
+
+bool VyrBaseData::IsUTF8TextFile(unsigned char* bytes, int length, bool* hasMark) {
+    if (hasMark)
+        *hasMark = false;
+    if (!bytes)
+        return false;
+    if (length >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF) {
+        if (hasMark)
+            *hasMark = true;
+        return true;
+    }
+    // A plain C substring search: it ends at the first zero byte of the buffer (which the
+    // caller terminates with zeros).
+    return std::strstr(reinterpret_cast<const char*>(bytes), kUtf8UnitHeader) != nullptr;
+}
+
+bool VyrBaseData::IsUnicodeTextFile(unsigned char* bytes, int length, bool* littleEndian) {
+    if (littleEndian)
+        *littleEndian = true;
+    if (!bytes || length < 2)
+        return false;
+    if (bytes[0] == 0xFF && bytes[1] == 0xFE)
+        return true;
+    if (bytes[0] == 0xFE && bytes[1] == 0xFF) {
+        if (littleEndian)
+            *littleEndian = false;
+        return true;
+    }
+    return false;
+}
+
+bool VyrBaseData::Load(const wxString& path) {
+    // File operations answer false and show no message.
+    wxLogNull noMessages;
+
+    DeleteUnits();
+    m_mapUnits.clear();
+    m_mapVectorUnit.clear();
+
+    bool result = false;
+    wxFile file;
+    // A directory opens for reading but has no content: it is a file that cannot be opened.
+    if (!wxDirExists(path) &&
+        file.Open(path, wxFile::read,
+                  wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP | wxS_IROTH | wxS_IWOTH)) {
+        Delete();
+        size_t length = 0;
+        unsigned char* bytes = ReadAll(file, &length);
+        file.Close();
+        if (bytes) {
+            wchar_t* text = nullptr;
+            bool refused = false;
+            if (length >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
+                text = DecodeUtf16Le(bytes + 2);
+            } else if (length >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF) {
+                // Deliberate: big-endian text is refused, although IsUnicodeTextFile knows
+                // its mark.
+                refused = true;
+            } else {
+                bool hasMark = false;
+                const int shown = length > static_cast<size_t>(INT_MAX) ? INT_MAX
+                                                                        : static_cast<int>(length);
+                if (IsUTF8TextFile(bytes, shown, &hasMark))
+                    text = DecodeBytes(wxConvUTF8,
+                                       reinterpret_cast<const char*>(bytes + (hasMark ? 3 : 0)));
+                else
+                    text = DecodeBytes(wxConvISO8859_1, reinterpret_cast<const char*>(bytes));
+            }
+            // The decoded text is all that is needed from here on.
+            delete[] bytes;
+            if (text && !refused)
+                result = ParseUnicodeText(text);
+            delete[] text;
+        }
+    }
+
+    // After every attempt: unit records live only while a file is read.
+    DeleteUnits();
+    m_mapUnits.clear();
+    m_mapVectorUnit.clear();
+    RemoveVecteurOrphelin();
+    Notify(VYR_MSG_FILE_LOADED, nullptr);
+    return result;
+}
+
+bool VyrBaseData::ParseUnicodeText(wchar_t* text) {
+    if (!text)
+        return false;
+    m_asUnknownSections.Clear();
+    m_tokenizer.SetText(text, std::wcslen(text));
+
+    bool result = true;
+    if (!m_tokenizer.HasMoreTokens()) {
+        SimuleSectionManip();
+        AttribuerLesAnnotations();
+    } else {
+        bool stop = false;
+        bool experienceSeen = false;
+        wxString header = VyrReadText::ToString(m_tokenizer.GetNextToken());
+        // The loop tests for remaining lines first: a header that is the very last line of
+        // the text is dropped.
+        while (result && m_tokenizer.HasMoreTokens() && !stop) {
+            if (!header.StartsWith(L"[")) {
+                result = false;
+                break;
+            }
+            switch (FindSection(header)) {
+                case kSectionUnit: header = ParseUnit(); break;
+                case kSectionVector: header = ParseVector(&stop); break;
+                case kSectionCurve: header = ParseCurve(&stop); break;
+                case kSectionExperience:
+                    experienceSeen = true;
+                    header = ParseExperience(&stop);
+                    break;
+                case kSectionNote: header = ParseNote(); break;
+                case kSectionOutilInterval: header = ParseOutilInterval(); break;
+                case kSectionReport: header = ParseReport(); break;
+                case kSectionGrid: header = ParseGrille(); break;
+                case kSectionSpirog: header = ParseSpirog(); break;
+                case kSectionSpirom: header = ParseSpirom(); break;
+                case kSectionSpiroExp: header = ParseSpiroExp(); break;
+                case kSectionRespihomConfig: header = ParseRespihomConfig(); break;
+                case kSectionRespihomData: header = ParseRespihomData(); break;
+                case kSectionSpiroMetaConfig: header = ParseSpiroMetaConfig(); break;
+                case kSectionSpiroMetaData: header = ParseSpiroMetaData(); break;
+                case kSectionImageRedy: header = ParseImageRedy(); break;
+                default: header = ParseInconnu(header, text, &stop); break;
+            }
+        }
+        if (result) {
+            if (!experienceSeen)
+                SimuleSectionManip();
+            AttribuerLesAnnotations();
+        }
+    }
+    // The tokenizer must not outlive the text it points into.
+    m_tokenizer.Clear();
+    return result;
+}
+
+void VyrBaseData::SimuleSectionManip() {
+    VyrExperience* experience = static_cast<VyrExperience*>(CreateEntity(
+        VYR_KIND_EXPERIENCE, GetNewOid(), wxGetTranslation(L"IDS_EXPERIENCE1").wc_str()));
+    wxVyrListEntityNode* node = GetFirstCourbeNode();
+    while (node)
+        experience->AddCourbe(GetNextCourbe(&node));
+}

@@ -1,0 +1,137 @@
+// Saving a document file: UTF-16LE with its mark, the sections in their fixed order, then the
+// sections the last load did not know. Also the writing helpers the application may call on
+// their own (mark, text, escaped strings, curve style strings, a block of bytes to a file).
+#include <wx/file.h>
+#include <wx/log.h>
+#include <wx/strconv.h>
+
+#include "file/VyrNumberText.h"
+#include "file/VyrTextWriter.h"
+#include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/data/VyrCourbe.h"
+
+namespace {
+
+const int kFilePermissions =
+    wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP | wxS_IROTH | wxS_IWOTH;
+
+typedef bool (VyrBaseData::*SectionWriter)(VyrTextWriter&);
+
+}  // namespace
+
+bool VyrBaseData::Save(const wxString& path) {
+    // File operations answer false and show no message.
+    wxLogNull noMessages;
+
+    // The order is part of the format: units before the vectors that name them, vectors
+    // before the curves, curves before the experiments; annotations and interval tools first,
+    // bound to curves and diagrams once the whole file has been read.
+    static const SectionWriter kWriters[] = {
+        &VyrBaseData::SauveAnnotations,     &VyrBaseData::SauveOutilInterval,
+        &VyrBaseData::SauveCompteRendu,     &VyrBaseData::SauveUnite,
+        &VyrBaseData::SauveVecteur,         &VyrBaseData::SauveCourbe,
+        &VyrBaseData::SauveSpirog,          &VyrBaseData::SauveSpiroExp,
+        &VyrBaseData::SauveSpirom,          &VyrBaseData::SauveRespihomConfig,
+        &VyrBaseData::SauveRespihomData,    &VyrBaseData::SauveSpiroMetaConfig,
+        &VyrBaseData::SauveSpiroMetaData,   &VyrBaseData::SauveExperience,
+        &VyrBaseData::SauveGrille,          &VyrBaseData::SauveImageRedy,
+    };
+
+    m_mapVectorUnit.clear();
+    bool result = false;
+    wxFile file;
+    if (file.Create(path, true, kFilePermissions)) {
+        result = WriteHeaderUnicode(file);
+        if (result) {
+            VyrTextWriter out(file);
+            for (SectionWriter writer : kWriters) {
+                // A failing section stops the save: the sections after it are not written.
+                if (!(this->*writer)(out) || !out.Flush()) {
+                    result = false;
+                    break;
+                }
+            }
+        }
+        if (result)
+            result = SauveSectionInconnue(file);
+        file.Close();
+    }
+    m_mapVectorUnit.clear();
+    return result;
+}
+
+bool VyrBaseData::WriteHeaderUnicode(wxFile& file) {
+    static const unsigned char kMark[2] = {0xFF, 0xFE};
+    return file.Write(kMark, 2) == 2;
+}
+
+bool VyrBaseData::WriteInFile(wxFile& file, wxString& text, wxMBConv* conv) {
+    if (conv) {
+        // Through a converter the outcome is not checked.
+        file.Write(text, *conv);
+        return true;
+    }
+    std::string bytes;
+    bytes.reserve(text.length() * 2);
+    VyrTextWriter::AppendUtf16(bytes, text.wc_str(), text.length());
+    if (bytes.empty())
+        return true;
+    return file.Write(bytes.data(), bytes.size()) == bytes.size();
+}
+
+wxString VyrBaseData::GetStringSave(const wxString& text) {
+    // Only double quotes are escaped: backslashes, line breaks and tabs are written as they
+    // are (the reader, which also halves doubled backslashes, is kept as it is).
+    wxString escaped;
+    escaped.reserve(text.length());
+    for (wxString::const_iterator it = text.begin(); it != text.end(); ++it) {
+        if (*it == L'"')
+            escaped += L'\\';
+        escaped += *it;
+    }
+    return escaped;
+}
+
+wxString VyrBaseData::GetStringStyle(VyrCourbe* /*c*/) {
+    return L"1";
+}
+
+wxString VyrBaseData::GetStringStyleEx(VyrCourbe* c) {
+    if (!c)
+        return wxString();
+    // "%d|%x|%x|%x|%x|%x": 1, point style, line style, twice the width minus 2, 0, 0.
+    const int fields[6] = {1, c->GetStylePoint(), c->GetStyleLiaison(), c->GetWidth() * 2 - 2,
+                           0, 0};
+    wxString text;
+    char buf[VyrNumberText::kMaxChars];
+    for (int i = 0; i < 6; ++i) {
+        if (i > 0)
+            text += L'|';
+        const size_t n = i == 0 ? VyrNumberText::FormatInt(buf, fields[i])
+                                : VyrNumberText::FormatHex(buf, fields[i]);
+        text += wxString::FromAscii(buf, n);
+    }
+    return text;
+}
+
+bool VyrBaseData::SauveSectionInconnue(wxFile& file) {
+    for (size_t i = 0; i < m_asUnknownSections.GetCount(); ++i) {
+        wxString lineBreak(L"\r\n");
+        if (!WriteInFile(file, m_asUnknownSections[i], nullptr) ||
+            !WriteInFile(file, lineBreak, nullptr))
+            return false;
+    }
+    return true;
+}
+
+void VyrBaseData::SaveDataInFile(const wchar_t* path, const unsigned char* data,
+                                 unsigned int size) {
+    if (!path)
+        return;
+    wxLogNull noMessages;
+    wxFile file;
+    if (!file.Create(path, true, kFilePermissions))
+        return;
+    if (data && size > 0)
+        file.Write(data, size);
+}
