@@ -111,6 +111,16 @@ TEST_F(Reactions, DeletingTheActiveCurveMakesTheLastOtherShownCurveActive) {
     EXPECT_EQ(d->GetActiveCourbe(), nullptr);
 }
 
+TEST_F(Reactions, ANullDeletionWithoutAnActiveCurveStillChoosesOne) {
+    // The active curve is re-chosen before the null check: a null curve "is" the active one
+    // when there is none, so the last shown curve becomes active.
+    d->ShowData(c, true);
+    ASSERT_EQ(d->GetActiveCourbe(), nullptr);
+    EXPECT_FALSE(d->OnDeleteCourbe(nullptr));
+    EXPECT_EQ(d->GetActiveCourbe(), c);
+    EXPECT_TRUE(d->IsVisibleInterne(c));
+}
+
 TEST_F(Reactions, OnDeleteCourbeAnswersWhetherTheCurveWasShown) {
     EXPECT_FALSE(d->OnDeleteCourbe(nullptr));
     EXPECT_FALSE(d->OnDeleteCourbe(c));
