@@ -1,9 +1,14 @@
 #!/usr/bin/env bash
-# Builds VyrBase and runs its main job. Installs the Debian packages it lacks first.
+# Builds VyrBase and runs its main job: vyr builds the sample documents, describes the bundled
+# oscillation sample and renders it to a PNG. Installs the Debian packages it lacks first.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/deps.sh run
-cmake -S . -B build/release -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVYR_BUILD_TESTS=OFF \
-    -DVYR_BUILD_BENCH=OFF >/dev/null
-cmake --build build/release -j"$(nproc)" --target vyr-example
-build/release/tools/vyr-example
+cmake -S . -B build/release -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+cmake --build build/release -j"$(nproc)" --target vyr
+vyr=build/release/tools/vyr
+export DISPLAY= WAYLAND_DISPLAY=   # headless, as on a server
+"$vyr" demo build/demo
+"$vyr" info
+"$vyr" render -o build/oscillation.png --grid
+echo "vyr: rendered the bundled sample to $(pwd)/build/oscillation.png"

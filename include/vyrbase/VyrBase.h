@@ -5,6 +5,7 @@
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/core/VyrEntity.h"
 #include "vyrbase/core/VyrExport.h"
+#include "vyrbase/core/VyrLineTokenizer.h"
 #include "vyrbase/core/VyrLists.h"
 #include "vyrbase/core/VyrMaps.h"
 #include "vyrbase/core/VyrObservable.h"
@@ -39,6 +40,7 @@
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/file/VyrEncodeBase64.h"
 #include "vyrbase/diagram/VyrDiagram.h"
+#include "vyrbase/diagram/VyrDiagramExport.h"
 #include "vyrbase/diagram/VyrDiagramViewAccess.h"
 #include "vyrbase/diagram/VyrGraphObj.h"
 

@@ -38,9 +38,10 @@ int Scaled(int pixels, double scale) {
 }  // namespace
 
 wxRect VyrDiagramExport::GetPlotRect(int width, int height, double scale) {
-    const int left = Scaled(72, scale), right = Scaled(24, scale);
-    const int top = Scaled(36, scale), bottom = Scaled(44, scale);
-    return wxRect(left, top, width - left - right, height - top - bottom);
+    // The axes are drawn through the origin and their labels move inside the plot when there is
+    // no room outside (clipping is the plot rectangle), so a thin frame is all the margin needed.
+    const int margin = Scaled(10, scale);
+    return wxRect(margin, margin, width - 2 * margin, height - 2 * margin);
 }
 
 bool VyrDiagramExport::PaintOn(wxDC& dc, VyrDiagram* diagram, int width, int height,

@@ -1,7 +1,7 @@
 // Pictures of a diagram as files: PNG through a cairo image, SVG through cairo's SVG surface.
 // Both work without a display. The diagram is painted exactly as a view paints it (Paint), into a
-// plot rectangle that leaves room for the axes' labels; the diagram's own plot rectangle (the
-// view's) is put back afterwards.
+// plot rectangle that fills the picture but for a thin frame; the diagram's own plot rectangle
+// (the view's) is put back afterwards.
 #ifndef VYRBASE_DIAGRAM_VYRDIAGRAMEXPORT_H
 #define VYRBASE_DIAGRAM_VYRDIAGRAMEXPORT_H
 
@@ -17,7 +17,7 @@ class VyrDiagram;
 class VYRBASE_API VyrDiagramExport {
 public:
     // The plot rectangle used for a picture of width x height pixels at `scale` (1 for screen
-    // resolution): margins for the labels on the left and below, a little room elsewhere.
+    // resolution): the picture less a frame of 10 pixels (times scale).
     static wxRect GetPlotRect(int width, int height, double scale);
 
     // Fills `dc` (width x height) with the diagram's background and paints the diagram. Fonts

@@ -1,0 +1,61 @@
+// CSV export of a large document: 10 experiments of 10 curves of 10^4 points each.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+
+#include <wx/filename.h>
+
+#include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrCourbeParam.h"
+#include "vyrbase/data/VyrExperience.h"
+#include "vyrbase/data/VyrExperienceParam.h"
+#include "vyrbase/data/VyrVecteur.h"
+
+namespace {
+
+void FillDocument(VyrBaseData& doc, int experiences, int curves, int points) {
+    for (int e = 0; e < experiences; ++e) {
+        VyrExperienceParam ep(wxString::Format("E%d", e));
+        VyrExperience* experience = doc.CreateExperience(ep);
+        for (int c = 0; c < curves; ++c) {
+            VyrCourbeParam p;
+            p.m_sGrdX = "t";
+            p.m_sUniteX = "s";
+            p.m_sGrdY = wxString::Format("U%d", c);
+            p.m_sUniteY = "V";
+            VyrCourbe* curve = doc.CreateCourbe(experience, p, nullptr, false);
+            curve->SetSize(points);
+            for (int i = 0; i < points; ++i) {
+                curve->GetVx()->SetVal(i, i * 1e-3);
+                curve->GetVy()->SetVal(i, std::sin(i * 0.01 + c) * (e + 1) * 1234.5);
+            }
+        }
+    }
+}
+
+void BM_SaveAsCsvUTF8(benchmark::State& state) {
+    VyrBaseData doc(nullptr);
+    FillDocument(doc, 10, 10, 10000);
+    const wxString path = wxFileName::CreateTempFileName("vyrbenchcsv");
+    wxULongLong size = 0;
+    for (auto _ : state) {
+        if (!doc.SaveAsCsvUTF8(path))
+            state.SkipWithError("export failed");
+        state.PauseTiming();
+        size = wxFileName::GetSize(path);
+        state.ResumeTiming();
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
+                            static_cast<int64_t>(size.GetValue()));
+    state.counters["file_MB"] = static_cast<double>(size.GetValue()) / 1e6;
+    wxRemoveFile(path);
+}
+
+}  // namespace
+
+BENCHMARK(BM_SaveAsCsvUTF8)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);

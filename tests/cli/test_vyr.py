@@ -1,0 +1,263 @@
+"""The vyr command as a person or a script uses it: every command on the bundled samples and on
+bad input, checking exit codes, messages and outputs."""
+import csv
+import json
+import os
+import resource
+import shutil
+import signal
+import subprocess
+import tempfile
+import unittest
+import xml.dom.minidom
+
+from pngread import pixel, read_png
+
+VYR = os.environ["VYR"]
+SAMPLES = os.environ["VYR_SAMPLES"]
+OSCILLATION = os.path.join(SAMPLES, "oscillation.vyr")
+VOLTAGE_COLOUR = (200, 0, 0)  # the colour of the oscillation's voltage curve
+EXIT_USAGE, EXIT_INPUT, EXIT_FORMAT, EXIT_OUTPUT = 2, 3, 4, 5
+
+
+def run(*args, cwd=None):
+    env = dict(os.environ)
+    env.pop("DISPLAY", None)
+    env.pop("WAYLAND_DISPLAY", None)
+    return subprocess.run([VYR, *args], capture_output=True, text=True, cwd=cwd, env=env,
+                          timeout=300)
+
+
+class VyrTestCase(unittest.TestCase):
+    def setUp(self):
+        self.dir = tempfile.mkdtemp(prefix="vyr-cli-")
+
+    def tearDown(self):
+        shutil.rmtree(self.dir, ignore_errors=True)
+
+    def path(self, name):
+        return os.path.join(self.dir, name)
+
+    def copy_sample(self, name="oscillation.vyr"):
+        target = self.path(name)
+        shutil.copy(os.path.join(SAMPLES, name), target)
+        return target
+
+    def assertFailsWith(self, result, code, *fragments):
+        self.assertEqual(result.returncode, code, result.stderr)
+        lines = result.stderr.strip().splitlines()
+        self.assertEqual(len(lines), 1, result.stderr)
+        self.assertTrue(lines[0].startswith("vyr: "), lines[0])
+        for fragment in fragments:
+            self.assertIn(fragment, lines[0])
+
+
+class HelpTest(VyrTestCase):
+    def test_help_lists_every_command(self):
+        result = run("--help")
+        self.assertEqual(result.returncode, 0)
+        for command in ("info", "csv", "render", "convert", "demo"):
+            self.assertIn("vyr " + command, result.stdout)
+
+    def test_help_of_one_command(self):
+        result = run("help", "render")
+        self.assertEqual(result.returncode, 0)
+        self.assertIn("--size WxH", result.stdout)
+
+    def test_unknown_command_and_option_are_usage_errors(self):
+        self.assertFailsWith(run("frobnicate"), EXIT_USAGE, "frobnicate", "unknown command")
+        self.assertFailsWith(run("render", "--bogus", OSCILLATION), EXIT_USAGE, "--bogus")
+        self.assertFailsWith(run("render", "--size", "12", OSCILLATION), EXIT_USAGE, "--size")
+        self.assertFailsWith(run("convert", OSCILLATION), EXIT_USAGE, "convert")
+
+    def test_no_arguments_prints_usage_and_fails(self):
+        result = run()
+        self.assertEqual(result.returncode, EXIT_USAGE)
+        self.assertIn("usage", result.stderr)
+
+
+class InfoTest(VyrTestCase):
+    def test_info_without_file_describes_the_bundled_sample(self):
+        result = run("info")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("oscillation.vyr", result.stdout)
+        self.assertIn("encoding: UTF-16LE", result.stdout)
+        self.assertIn("U(t)", result.stdout)
+
+    def test_json_parses_and_holds_the_curves(self):
+        result = run("info", "--json", OSCILLATION)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        documents = json.loads(result.stdout)
+        self.assertEqual(len(documents), 1)
+        doc = documents[0]
+        self.assertEqual(doc["encoding"], "UTF-16LE")
+        curves = doc["experiments"][0]["curves"]
+        voltage = next(c for c in curves if c["name"] == "U")
+        self.assertEqual(voltage["points"], 1000)
+        self.assertEqual(voltage["x"]["unit"], "s")
+        self.assertEqual(voltage["y"]["unit"], "V")
+        self.assertEqual(voltage["display_name"], "U(t)")
+        self.assertAlmostEqual(voltage["y"]["max"], 5.0)
+        self.assertTrue(doc["report"])
+        self.assertTrue(doc["grid"])
+        self.assertEqual(len(doc["pictures"]), 1)
+        self.assertEqual(doc["pictures"][0]["width"], 160)
+        self.assertEqual(len(doc["interval_tools"]), 2)
+        self.assertGreaterEqual(len(doc["physiology_records"]), 1)
+
+    def test_several_files_report_each_failure_and_go_on(self):
+        missing = self.path("missing.vyr")
+        result = run("info", "--json", missing, OSCILLATION, self.dir)
+        self.assertEqual(result.returncode, EXIT_INPUT)
+        self.assertEqual(len(json.loads(result.stdout)), 1)
+        errors = result.stderr.strip().splitlines()
+        self.assertEqual(len(errors), 2)
+        self.assertEqual(errors[0], "vyr: %s: cannot open: No such file or directory" % missing)
+        self.assertIn("Is a directory", errors[1])
+
+    def test_big_endian_text_is_refused(self):
+        target = self.path("be.vyr")
+        with open(target, "wb") as f:
+            f.write("\ufeff[manipulation]\r\n".encode("utf-16-be"))
+        self.assertFailsWith(run("info", target), EXIT_FORMAT, "be.vyr", "big-endian")
+
+    def test_a_file_that_is_not_a_document_is_refused(self):
+        target = self.path("notes.txt")
+        with open(target, "w") as f:
+            f.write("shopping list\nmilk\n")
+        self.assertFailsWith(run("info", target), EXIT_FORMAT, "notes.txt", "not a document")
+
+
+class CsvTest(VyrTestCase):
+    def test_csv_reads_back_with_pythons_csv_module(self):
+        source = self.copy_sample()
+        result = run("csv", source)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        with open(self.path("oscillation.csv"), "rb") as f:
+            raw = f.read()
+        self.assertFalse(raw.startswith(b"\xef\xbb\xbf"))
+        rows = list(csv.reader(raw.decode("utf-8").splitlines(), delimiter=";"))
+        self.assertEqual(rows[0][0], "RLC circuit")
+        self.assertEqual(rows[1][:3], ["t(s)", "U(V)", "I(mA)"])
+        self.assertEqual(len(rows), 2 + 1000)
+        self.assertEqual(float(rows[2][0]), 0.0)
+        self.assertAlmostEqual(float(rows[2][1]), 5.0)
+
+    def test_output_option_and_unwritable_output(self):
+        out = self.path("data.csv")
+        self.assertEqual(run("csv", OSCILLATION, "-o", out).returncode, 0)
+        self.assertTrue(os.path.getsize(out) > 0)
+        self.assertFailsWith(run("csv", OSCILLATION, "-o", self.path("no/such/dir.csv")),
+                             EXIT_OUTPUT, "cannot write")
+
+    def test_failed_write_leaves_the_existing_file_untouched(self):
+        target = self.path("out.csv")
+        with open(target, "w") as f:
+            f.write("precious")
+
+        def small_files():
+            # Writes past 1000 bytes fail (EFBIG) instead of killing the process.
+            resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000))
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+
+        result = subprocess.run([VYR, "csv", OSCILLATION, "-o", target], capture_output=True,
+                                text=True, preexec_fn=small_files, timeout=120)
+        self.assertEqual(result.returncode, EXIT_OUTPUT, result.stderr)
+        self.assertIn("cannot write", result.stderr)
+        with open(target) as f:
+            self.assertEqual(f.read(), "precious")
+        self.assertEqual(os.listdir(self.dir), ["out.csv"])
+
+
+class RenderTest(VyrTestCase):
+    def test_png_holds_the_curve_colour_inside_the_plot_only(self):
+        out = self.path("osc.png")
+        result = run("render", OSCILLATION, "-o", out, "--size", "600x400")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        image = read_png(out)
+        width, height = image[0], image[1]
+        self.assertEqual((width, height), (600, 400))
+        # The plot rectangle of a 600 x 400 picture at scale 1 (see VyrDiagramExport).
+        left, top, right, bottom = 10, 10, 600 - 10 - 1, 400 - 10 - 1
+        inside = outside = 0
+        for y in range(height):
+            for x in range(width):
+                if pixel(image, x, y) == VOLTAGE_COLOUR:
+                    if left <= x <= right and top <= y <= bottom:
+                        inside += 1
+                    else:
+                        outside += 1
+        self.assertGreater(inside, 100)
+        self.assertEqual(outside, 0)
+
+    def test_without_output_the_picture_is_named_after_the_input(self):
+        source = self.copy_sample()
+        self.assertEqual(run("render", source, "--size", "300x200").returncode, 0)
+        self.assertTrue(os.path.exists(self.path("oscillation.png")))
+
+    def test_svg_is_well_formed_xml(self):
+        out = self.path("osc.svg")
+        result = run("render", OSCILLATION, "-o", out, "--grid", "--time-labels", "--scale", "2")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(subprocess.run(["xmllint", "--noout", out]).returncode, 0)
+        self.assertEqual(xml.dom.minidom.parse(out).documentElement.tagName, "svg")
+
+    def test_render_needs_no_display(self):
+        out = self.path("headless.png")
+        env = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        result = subprocess.run([VYR, "render", OSCILLATION, "-o", out, "--size", "200x150"],
+                                env=env, capture_output=True, text=True, timeout=120)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertTrue(os.path.getsize(out) > 0)
+
+    def test_bad_output_extension_and_diagram_are_usage_errors(self):
+        self.assertFailsWith(run("render", OSCILLATION, "-o", self.path("x.gif")), EXIT_USAGE)
+        self.assertFailsWith(run("render", OSCILLATION, "--diagram", "2"), EXIT_USAGE)
+
+
+class ConvertTest(VyrTestCase):
+    def test_utf8_document_converts_to_canonical_utf16(self):
+        utf8 = self.path("hand.vyr")
+        # With its mark: without one, only a unit section marks a file as UTF-8.
+        with open(utf8, "w", encoding="utf-8-sig") as f:
+            f.write("[manipulation]\r\n\toid = 1\r\n\tnom = \"Température\"\r\n")
+        out = self.path("canonical.vyr")
+        result = run("convert", utf8, out)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        with open(out, "rb") as f:
+            raw = f.read()
+        self.assertTrue(raw.startswith(b"\xff\xfe"))
+        self.assertIn("Température", raw.decode("utf-16"))
+        info = json.loads(run("info", "--json", out).stdout)[0]
+        self.assertEqual(info["experiments"][0]["name"], "Température")
+
+    def test_failed_conversion_writes_nothing(self):
+        out = self.path("out.vyr")
+        result = run("convert", self.path("missing.vyr"), out)
+        self.assertEqual(result.returncode, EXIT_INPUT)
+        self.assertFalse(os.path.exists(out))
+
+
+class DemoTest(VyrTestCase):
+    def test_demo_writes_documents_pictures_and_tables(self):
+        result = run("demo", self.dir)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        for name in ("oscillation", "sound", "spectrum", "pendulum", "signal"):
+            for extension in ("vyr", "png", "csv"):
+                self.assertTrue(os.path.exists(self.path(name + "." + extension)), name)
+        sound = json.loads(run("info", "--json", self.path("sound.vyr")).stdout)[0]
+        self.assertEqual(sound["experiments"][0]["curves"][0]["points"], 100000)
+        pendulum = json.loads(run("info", "--json", self.path("pendulum.vyr")).stdout)[0]
+        names = [c["name"] for c in pendulum["experiments"][0]["curves"]]
+        self.assertTrue(any(n.startswith("XY_") for n in names), names)
+
+    def test_demo_documents_match_the_bundled_samples(self):
+        self.assertEqual(run("demo", self.dir).returncode, 0)
+        for name in ("oscillation", "signal"):
+            with open(self.path(name + ".vyr"), "rb") as made, \
+                    open(os.path.join(SAMPLES, name + ".vyr"), "rb") as bundled:
+                self.assertEqual(made.read(), bundled.read(), name)
+
+
+if __name__ == "__main__":
+    unittest.main()
