@@ -10,6 +10,7 @@
 #include <wx/pen.h>
 
 #include "diagram/VyrCurvePoints.h"
+#include "diagram/VyrDiagramScaleGuard.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrOutilInterval.h"
 #include "vyrbase/diagram/VyrDiagram.h"
@@ -31,7 +32,8 @@ void VyrDiagram::PaintOutilIntervals(wxDC* dc) {
     VyrBaseData* active = VyrBaseData::GetActiveBase();
     if (!dc || !active)
         return;
-    const VyrScale saved = m_currentScale;
+    // Each tool is drawn in its own units' ranges; the main range comes back at the end.
+    VyrDiagramScaleGuard guard(*this);
     wxVyrListEntityNode* node = active->GetFirstEntityNode(VYR_KIND_OUTIL_INTERVAL);
     while (node) {
         auto* tool =
@@ -41,8 +43,6 @@ void VyrDiagram::PaintOutilIntervals(wxDC* dc) {
         if (SetCurrentScaleForUnits(tool->GetAbs(), tool->GetOrd()))
             PaintOutilInterval(dc, tool);
     }
-    m_currentScale = saved;
-    UpdateWorld();
 }
 
 void VyrDiagram::PaintOutilInterval(wxDC* dc, VyrOutilInterval* tool) {

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -10,6 +11,8 @@
 #include "support/RecordingDC.h"
 #include "support/VyrDiagramTestAccess.h"
 #include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrNote.h"
+#include "vyrbase/data/VyrOutilInterval.h"
 #include "vyrbase/data/VyrUnit.h"
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/diagram/VyrDiagram.h"
@@ -318,4 +321,161 @@ TEST(VyrDiagramPaint, NullContextAndEmptyDiagramDrawNothingHarmful) {
     RecordingDC dc;
     scene.Diagram().Paint(&dc, false, false, false, 1.0, nullptr, false);
     EXPECT_EQ(dc.Primitives().front().rect, wxRect());
+}
+
+// ---- Reference pictures -------------------------------------------------------------------
+//
+// Whole diagrams painted on a cairo image compared with the pictures kept in
+// tests/data/diagram/. Text is rasterised by the system's fonts, so a small number of pixels
+// may differ between machines; anything beyond that is a change of the drawing. Run with
+// VYR_UPDATE_PICTURES=1 to write the pictures again (then look at them before committing).
+
+namespace {
+
+const wxSize kPictureSize(640, 400);
+const wxRect kPicturePlot(0, 0, 640, 400);
+
+void CheckAgainstPicture(const wxImage& painted, const wxString& name) {
+    const wxString path = wxString(VYR_TEST_DATA_DIR) + "/diagram/" + name;
+    if (wxGetenv("VYR_UPDATE_PICTURES")) {
+        ASSERT_TRUE(painted.SaveFile(path, wxBITMAP_TYPE_PNG));
+        return;
+    }
+    wxImage reference;
+    ASSERT_TRUE(reference.LoadFile(path, wxBITMAP_TYPE_PNG)) << path;
+    const long different = CountDifferentPixels(painted, reference, 48);
+    const long pixels = static_cast<long>(kPictureSize.x) * kPictureSize.y;
+    if (different != 0)
+        painted.SaveFile(wxString("painted_") + name, wxBITMAP_TYPE_PNG);
+    // At most 0.3 % of the pixels, the text's worth of rasterisation differences.
+    EXPECT_GE(different, 0);
+    EXPECT_LE(different, pixels * 3 / 1000) << name << " differs; see painted_" << name;
+    // The picture is a drawing, not a blank page.
+    const wxImage blank = PaintToImage(kPictureSize, [](wxDC&) {});
+    EXPECT_GT(CountDifferentPixels(reference, blank, 48), pixels / 100) << name;
+}
+
+wxImage PaintWhole(VyrDiagram& d) {
+    return PaintToImage(kPictureSize, [&](wxDC& dc) {
+        dc.SetBackground(*wxWHITE_BRUSH);
+        dc.Clear();
+        d.Paint(&dc, false, false, false, 1.0, nullptr, false);
+    });
+}
+
+}  // namespace
+
+TEST(VyrDiagramPaint, PictureOfTwoUnitsWithGridNoteTitleAndInterval) {
+    PaintScene scene;
+    std::vector<std::pair<double, double>> u, i;
+    for (int k = 0; k <= 400; ++k) {
+        const double t = k * 0.025;  // 0 to 10 s
+        u.push_back({t, 5.0 * std::exp(-t / 4.0) * std::sin(2.0 * t)});
+        if (k % 10 == 0)
+            i.push_back({t, 0.2 * (1.0 - std::exp(-t / 2.0))});
+    }
+    CurveSpec vs;
+    vs.colour = wxColour(200, 0, 0);
+    vs.width = 2;
+    VyrCourbe* cu = scene.AddCurve(vs, u);
+    CurveSpec as;
+    as.grdY = "I";
+    as.unitY = "A";
+    as.colour = wxColour(0, 90, 200);
+    as.stylePoint = 4;
+    as.styleLiaison = 1;
+    VyrCourbe* ci = scene.AddCurve(as, i);
+    cu->SetShownInDiagram(0, true);
+    ci->SetShownInDiagram(0, true);
+    VyrDiagram& d = scene.Diagram();
+    d.Fill();
+    d.SetUy("V");
+    wxRect plot = kPicturePlot;
+    d.Move(plot);
+    d.SetGridShown(true);
+    d.SetAutoScale();
+
+    VyrNote* note = scene.Doc().CreateNoteEntity();
+    note->SetText("first peak");
+    note->SetPointIndex(30);
+    note->SetPosition(2.0, 4.0);
+    cu->AddNote(note);
+    VyrNote* titre = scene.Doc().CreateNoteEntity();
+    titre->SetText("Damped oscillation");
+    titre->SetPosition(0.55, 0.05);
+    d.SetNoteTitre(titre);
+    VyrOutilInterval model(0, &scene.Doc());
+    model.SetAbs("s");
+    model.SetOrd("V");
+    model.SetPoints(1.0, -2.0, 4.0, 2.5);
+    scene.Doc().AddOutilIntervalEntity(&model);
+    VyrOutilInterval point(0, &scene.Doc());
+    point.SetAbs("s");
+    point.SetOrd("V");
+    point.SetEtiq1("P");
+    point.SetPoints(7.0, -1.0, 7.0, -1.0);
+    scene.Doc().AddOutilIntervalEntity(&point);
+
+    CheckAgainstPicture(PaintWhole(d), "two_units.png");
+}
+
+TEST(VyrDiagramPaint, PictureOfEveryMarkerAndStepStyles) {
+    PaintScene scene;
+    VyrDiagram& d = scene.Diagram();
+    const wxColour colours[] = {wxColour(200, 0, 0),   wxColour(0, 120, 0),
+                                wxColour(0, 0, 200),   wxColour(150, 0, 150),
+                                wxColour(0, 130, 130), wxColour(160, 100, 0)};
+    for (int m = 1; m <= 8; ++m) {
+        std::vector<std::pair<double, double>> pts;
+        for (int k = 0; k <= 12; ++k)
+            pts.push_back({k, m + 0.3 * std::sin(k + m)});
+        CurveSpec spec;
+        spec.grdY = wxString::Format("Y%d", m);
+        spec.colour = colours[(m - 1) % 6];
+        spec.stylePoint = m <= 6 ? m : 0;
+        spec.width = m <= 6 ? 2 : 1;
+        spec.styleLiaison = m <= 6 ? 0 : m - 5;  // 7: bars, 8: staircase
+        VyrCourbe* c = scene.AddCurve(spec, pts);
+        if (m == 8)
+            PaintScene::SetValid(c, 6, false);
+        c->SetShownInDiagram(0, true);
+    }
+    d.Fill();
+    wxRect plot = kPicturePlot;
+    d.Move(plot);
+    d.SetAutoScale();
+    CheckAgainstPicture(PaintWhole(d), "markers_and_steps.png");
+}
+
+TEST(VyrDiagramPaint, PictureOfASpectrumAndBands) {
+    PaintScene scene;
+    VyrDiagram& d = scene.Diagram();
+    std::vector<std::pair<double, double>> spectrum;
+    for (int nm = 350; nm <= 800; nm += 1)
+        spectrum.push_back({nm, std::exp(-std::pow((nm - 560) / 90.0, 2.0))});
+    CurveSpec ss;
+    ss.grdX = "lambda";
+    ss.unitX = "nm";
+    ss.grdY = "I";
+    ss.unitY = "u.a.";
+    ss.colour = wxColour(40, 40, 40);
+    ss.styleLiaison = 4;
+    VyrCourbe* cs = scene.AddCurve(ss, spectrum);
+    std::vector<std::pair<double, double>> signal;
+    for (int nm = 350; nm <= 800; nm += 5)
+        signal.push_back({nm, (nm / 50) % 3 == 0 ? 1.0 : 0.0});
+    CurveSpec bs = ss;
+    bs.grdY = "S";
+    bs.colour = wxColour(0, 150, 0);
+    bs.styleLiaison = 10;
+    VyrCourbe* cb = scene.AddCurve(bs, signal);
+    cs->SetShownInDiagram(0, true);
+    cb->SetShownInDiagram(0, true);
+    d.Fill();
+    wxRect plot = kPicturePlot;
+    d.Move(plot);
+    d.SetGridShown(true);
+    d.SetSpectrum(true);
+    d.SetAutoScale();
+    CheckAgainstPicture(PaintWhole(d), "spectrum_and_bands.png");
 }

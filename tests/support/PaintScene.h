@@ -60,9 +60,8 @@ private:
     VyrExperience* m_pExperience = nullptr;
 };
 
-// An image of the given size filled with white, and a wxGCDC on a cairo context over it; the
-// image receives the drawing when the painter object is destroyed (see PaintToImage).
-// `paint` gets the context. Antialiasing can be switched off for pixel-exact comparisons.
+// Paints with `paint` on a wxGCDC over a cairo context of a white image of the given size and
+// answers the image. Antialiasing can be switched off for pixel-exact comparisons.
 template <class Paint>
 wxImage PaintToImage(const wxSize& size, Paint paint, bool antialias = true);
 

@@ -62,34 +62,66 @@ public:
     // The marker painter of a marker style code (1..6); false for another code.
     static bool PaintMarker(VyrDiagram& d, int style, wxDC* dc, VyrCourbe* c,
                             const wxColour& colour) {
-        using Painter = void (VyrDiagram::*)(wxDC*, VyrCourbe*, const wxColour&);
-        static const Painter painters[] = {
-            &VyrDiagram::PaintCurvePoint,  &VyrDiagram::PaintCurvePlus,
-            &VyrDiagram::PaintCurveCross,  &VyrDiagram::PaintCurveSquare,
-            &VyrDiagram::PaintCurveCircle, &VyrDiagram::PaintCurveLozenge};
-        if (style < 1 || style > 6)
-            return false;
-        (d.*painters[style - 1])(dc, c, colour);
-        return true;
+        switch (style) {
+            case 1:
+                d.PaintCurvePoint(dc, c, colour);
+                return true;
+            case 2:
+                d.PaintCurvePlus(dc, c, colour);
+                return true;
+            case 3:
+                d.PaintCurveCross(dc, c, colour);
+                return true;
+            case 4:
+                d.PaintCurveSquare(dc, c, colour);
+                return true;
+            case 5:
+                d.PaintCurveCircle(dc, c, colour);
+                return true;
+            case 6:
+                d.PaintCurveLozenge(dc, c, colour);
+                return true;
+            default:
+                return false;
+        }
     }
     // The line painter of a line style code (1..9, and 10 with `colour`); false for another.
     static bool PaintLine(VyrDiagram& d, int style, wxDC* dc, VyrCourbe* c,
                           const wxColour& colour = wxColour(0, 0, 0)) {
-        using Painter = void (VyrDiagram::*)(wxDC*, VyrCourbe*);
-        static const Painter painters[] = {
-            &VyrDiagram::PaintCurveLine,     &VyrDiagram::PaintCurveHisto,
-            &VyrDiagram::PaintCurveLineHV,   &VyrDiagram::PaintCurveVSegment,
-            &VyrDiagram::PaintCurveHSegment, &VyrDiagram::PaintCurveHVSegment,
-            &VyrDiagram::PaintCurveVLine,    &VyrDiagram::PaintCurveHLine,
-            &VyrDiagram::PaintCurveHVLine};
-        if (style == 10) {
-            d.PaintCurveRepere(dc, c, colour);
-            return true;
+        switch (style) {
+            case 1:
+                d.PaintCurveLine(dc, c);
+                return true;
+            case 2:
+                d.PaintCurveHisto(dc, c);
+                return true;
+            case 3:
+                d.PaintCurveLineHV(dc, c);
+                return true;
+            case 4:
+                d.PaintCurveVSegment(dc, c);
+                return true;
+            case 5:
+                d.PaintCurveHSegment(dc, c);
+                return true;
+            case 6:
+                d.PaintCurveHVSegment(dc, c);
+                return true;
+            case 7:
+                d.PaintCurveVLine(dc, c);
+                return true;
+            case 8:
+                d.PaintCurveHLine(dc, c);
+                return true;
+            case 9:
+                d.PaintCurveHVLine(dc, c);
+                return true;
+            case 10:
+                d.PaintCurveRepere(dc, c, colour);
+                return true;
+            default:
+                return false;
         }
-        if (style < 1 || style > 9)
-            return false;
-        (d.*painters[style - 1])(dc, c);
-        return true;
     }
     static void PaintCurveVSegmentSpectro(VyrDiagram& d, wxDC* dc, VyrCourbe* c) {
         d.PaintCurveVSegmentSpectro(dc, c);
