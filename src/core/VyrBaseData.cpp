@@ -54,7 +54,10 @@ void VyrBaseData::Dump() {
 }
 
 int VyrBaseData::GetNewOid() {
-    return ++m_iLastOid;
+    // A file may carry the largest oid there is; the counter then wraps (two's complement)
+    // instead of overflowing.
+    m_iLastOid = static_cast<int>(static_cast<unsigned>(m_iLastOid) + 1u);
+    return m_iLastOid;
 }
 
 void VyrBaseData::RemoveEntity(VyrEntity* entity) {
