@@ -1,6 +1,6 @@
-// Helpers shared by the data tests: access to the document's protected creation, a diagram's
-// abscissa unit, curves built from values, a translation catalogue held in memory, and an
-// application object whose layout runs right to left.
+// Helpers shared by the data tests: access to a diagram's abscissa unit, curves built from
+// values, a translation catalogue held in memory, and an application object whose layout runs
+// right to left.
 #ifndef VYR_TESTS_DATA_DATATESTSUPPORT_H
 #define VYR_TESTS_DATA_DATATESTSUPPORT_H
 
@@ -14,6 +14,7 @@
 #include <wx/app.h>
 #include <wx/translation.h>
 
+#include "support/VyrBaseDataTestAccess.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrCourbeParam.h"
@@ -21,13 +22,6 @@
 #include "vyrbase/data/VyrExperienceParam.h"
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/diagram/VyrDiagram.h"
-
-class VyrBaseDataTestAccess {
-public:
-    static VyrEntity* CreateEntity(VyrBaseData& doc, int kind, int oid, const wchar_t* name) {
-        return doc.CreateEntity(kind, oid, name);
-    }
-};
 
 class VyrDiagramTestAccess {
 public:

@@ -2,6 +2,10 @@
 
 #include <cmath>
 
+#include <wx/ffile.h>
+#include <wx/filefn.h>
+#include <wx/filename.h>
+
 #include "DataTestSupport.h"
 #include "support/RecordingObserver.h"
 
@@ -260,4 +264,32 @@ TEST(VyrBaseDataDerived, ChangeAllVecteurXRenamesEveryCurvesX) {
         EXPECT_NE(c->GetVy()->GetUnite(), "m");
     }
     EXPECT_TRUE(obs.messages.empty());
+}
+
+TEST(VyrBaseDataDerived, LoadingDropsVectorsNoCurveUses) {
+    const wxString path = wxFileName::CreateTempFileName("vyrorphan");
+    int orphanOid = 0;
+    int usedOid = 0;
+    {
+        Doc d;
+        VyrCourbe* c = Curve(d.doc, d.e, "U", {1, 2}, {10, 20});
+        usedOid = c->GetVy()->GetOid();
+        // Made last, so that it is the last vector the writer meets.
+        VyrEntity* orphan =
+            VyrBaseDataTestAccess::CreateEntity(d.doc, VYR_KIND_VECTEUR, d.doc.GetNewOid(), L"o");
+        orphanOid = orphan->GetOid();
+        ASSERT_TRUE(d.doc.Save(path));
+    }
+    // The orphan is in the file, so it is the load that drops it.
+    wxString text;
+    wxFFile file(path, "rb");
+    ASSERT_TRUE(file.ReadAll(&text, wxMBConvUTF16LE()));
+    file.Close();
+    EXPECT_TRUE(text.Contains(wxString::Format("oid = %d", orphanOid)));
+    VyrBaseData loaded(nullptr);
+    ASSERT_TRUE(loaded.Load(path));
+    wxRemoveFile(path);
+    EXPECT_EQ(loaded.FindEntity(orphanOid), nullptr);
+    ASSERT_NE(loaded.FindEntity(usedOid), nullptr);
+    EXPECT_EQ(loaded.FindEntity(usedOid)->GetKind(), VYR_KIND_VECTEUR);
 }
