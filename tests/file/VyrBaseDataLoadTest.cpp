@@ -355,6 +355,10 @@ TEST(VyrBaseDataLoad, HugeAndNegativeCountsAndOids) {
     EXPECT_FALSE(c->IsShownInDiagram(0));
     EXPECT_FALSE(c->IsShownInDiagram(1));
     EXPECT_EQ(1, doc.GetDiagramCount());
+    // The default experiment took the next oid, which cannot go past the largest int.
+    EXPECT_EQ(INT_MAX, doc.GetLastOid());
+    ASSERT_TRUE(doc.GetEntity(VYR_KIND_EXPERIENCE));
+    EXPECT_EQ(INT_MAX, doc.GetEntity(VYR_KIND_EXPERIENCE)->GetOid());
 }
 
 TEST(VyrBaseDataLoad, AHundredMegabyteLine) {
