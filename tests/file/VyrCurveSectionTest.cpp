@@ -175,7 +175,8 @@ TEST(VyrCurveSection, UnclosedCommentOrExpressionRaisesTheStopFlag) {
         VyrBaseData doc(nullptr);
         bool stop = false;
         VyrBaseDataTestAccess access(doc);
-        access.SetText(std::wstring(L"[courbe]\r\n\toid = 2\r\n") + line + L"\tvx = 3\r\n");
+        const std::wstring text = std::wstring(L"[courbe]\r\n\toid = 2\r\n") + line + L"\tvx = 3\r\n";
+        access.SetText(text);
         access.NextToken();
         EXPECT_EQ(wxString(), access.ParseCurve(&stop));
         access.ClearText();
