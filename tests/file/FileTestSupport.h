@@ -150,9 +150,9 @@ inline VyrCourbe* BuildOneCurveDocument(VyrBaseData& doc) {
 }
 
 // What a section writer of `doc` writes, as text; `ok` receives the writer's answer.
-inline std::wstring WrittenBy(VyrBaseData& doc,
-                              const std::function<bool(VyrBaseDataTestAccess&, VyrTextWriter&)>& write,
-                              bool* ok = nullptr) {
+inline std::wstring WrittenBy(
+    VyrBaseData& doc, const std::function<bool(VyrBaseDataTestAccess&, VyrTextWriter&)>& write,
+    bool* ok = nullptr) {
     char pattern[] = "/tmp/vyrsectionXXXXXX";
     const int fd = mkstemp(pattern);
     if (fd < 0)

@@ -23,7 +23,9 @@ public:
     }
 
     // Sets the reader's tokenizer on `text` (kept alive by the caller).
-    void SetText(const std::wstring& text) { m_doc->m_tokenizer.SetText(text.c_str(), text.size()); }
+    void SetText(const std::wstring& text) {
+        m_doc->m_tokenizer.SetText(text.c_str(), text.size());
+    }
     std::wstring NextToken() { return std::wstring(m_doc->m_tokenizer.GetNextToken()); }
     bool HasMoreTokens() { return m_doc->m_tokenizer.HasMoreTokens(); }
     void ClearText() { m_doc->m_tokenizer.Clear(); }

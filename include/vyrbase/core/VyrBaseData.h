@@ -342,6 +342,9 @@ protected:
 private:
     friend class VyrBaseDataTestAccess;
 
+    // Hands the section of `header` to its reader (an unknown header to ParseInconnu) and
+    // answers the next header; notes when an experiment section was met.
+    wxString ReadSection(const wxString& header, bool* stop, bool* experienceSeen);
     // Pieces of the curve reader.
     static wxColour ColourFromFile(int value);
     static void ApplyStyleEx(VyrCourbe* curve, const wxString& style);
