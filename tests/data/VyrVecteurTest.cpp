@@ -6,6 +6,9 @@
 #include <limits>
 
 #include <sys/resource.h>
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+#endif
 #include <unistd.h>
 
 #include "vyrbase/data/VyrVecteur.h"
@@ -342,8 +345,11 @@ TEST(VyrVecteur, CopyConstructionSharesStorage) {
     source->SetVal(1, 7.0);
     EXPECT_EQ(copy->GetVal(1), 7.0);
     delete source;
-    // The storage is gone with the source: the copy may only be released without touching it.
-    ::operator delete(static_cast<void*>(copy));
+    // The storage went with the source: destroying the copy would free it a second time, so
+    // the copy is deliberately never destroyed (and not reported as a leak).
+#if defined(__SANITIZE_ADDRESS__)
+    __lsan_ignore_object(copy);
+#endif
 }
 
 TEST(VyrVecteur, AssignmentIsDeepAndKeepsIdentity) {

@@ -166,6 +166,10 @@ public:
     // Uses 1 or 2 diagrams (anything else: false). A change activates diagram n-1, sends 21 when
     // the active diagram changed, then VYR_MSG_DIAGRAM_COUNT_CHANGED (30).
     bool SetDiagramCount(int count);
+    // The title note of diagram 0 or 1 (null when it has none, and for any other index); the
+    // setter does nothing for another index. The note stays an entity of the document.
+    VyrNote* GetDiagramTitle(int index) const;
+    void SetDiagramTitle(int index, VyrNote* note);
 
     // ---- Active document (process-wide; set by the application, never by the library) ----
 
@@ -350,6 +354,10 @@ private:
     static void ApplyStyleEx(VyrCourbe* curve, const wxString& style);
     VyrVecteur* FindCurveVector(int oid, VyrCourbe* curve, bool x);
     void RaiseDiagramCount(int count);
+
+    // The seven physiology sections: one writer and one reader driven by the kind's table.
+    bool SauvePhysioRecords(VyrTextWriter& out, int kind);
+    wxString ParsePhysioRecords(int kind);
 
     void CreateDiagrams();
     void DestroyDiagrams();
