@@ -3,6 +3,8 @@
 // (data/), the diagram slots with the diagrams (diagram/).
 #include "vyrbase/core/VyrBaseData.h"
 
+#include <climits>
+
 #include <wx/docview.h>
 
 VyrBaseData* VyrBaseData::m_pActiveBase = nullptr;
@@ -54,9 +56,10 @@ void VyrBaseData::Dump() {
 }
 
 int VyrBaseData::GetNewOid() {
-    // A file may carry the largest oid there is; the counter then wraps (two's complement)
-    // instead of overflowing.
-    m_iLastOid = static_cast<int>(static_cast<unsigned>(m_iLastOid) + 1u);
+    // A file may name an entity with the largest int: the counter then stays there rather
+    // than overflow.
+    if (m_iLastOid < INT_MAX)
+        ++m_iLastOid;
     return m_iLastOid;
 }
 

@@ -68,8 +68,7 @@ int ReadInteger(std::wstring_view text, int base) {
 // hexadecimal letters, "inf"/"nan" and the n-char sequence of "nan(...)".
 bool MayBelongToNumber(wchar_t c) {
     return (c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') ||
-           c == L'.' || c == L',' || c == L'+' || c == L'-' || c == L'(' || c == L')' ||
-           c == L'_';
+           c == L'.' || c == L',' || c == L'+' || c == L'-' || c == L'(' || c == L')' || c == L'_';
 }
 
 locale_t CLocale() {

@@ -34,8 +34,8 @@ TEST(VyrLineTokenizer, CutsOnLineBreaksAndTabsWithoutEmptyTokens) {
     std::vector<std::wstring> tokens;
     while (tokenizer.HasMoreTokens())
         tokens.emplace_back(tokenizer.GetNextToken());
-    EXPECT_EQ(tokens, (std::vector<std::wstring>{L"[vecteur]", L"oid = 3",
-                                                 L"points = table 2 {", L"1", L"2"}));
+    EXPECT_EQ(tokens, (std::vector<std::wstring>{L"[vecteur]", L"oid = 3", L"points = table 2 {",
+                                                 L"1", L"2"}));
 }
 
 TEST(VyrLineTokenizer, PositionIsJustAfterTheOneSeparatorEndingTheToken) {
@@ -67,10 +67,16 @@ TEST(VyrLineTokenizer, NullAndEmptyTextsHaveNoToken) {
 }
 
 TEST(VyrLineTokenizer, GivesTheToolkitTokenizersTokensAndPositions) {
-    const std::vector<std::wstring> fixed = {
-        L"",          L"a",           L"\r",        L"\r\na",       L"a\r\n",
-        L"a\tb",      L"\t\ta\t\t",   L"[x]\r\n\tk = 1\r\n\r\n[y]", L" a b \r\n c ",
-        L"\u00e9\u00e8\r\n\U0001F600"};
+    const std::vector<std::wstring> fixed = {L"",
+                                             L"a",
+                                             L"\r",
+                                             L"\r\na",
+                                             L"a\r\n",
+                                             L"a\tb",
+                                             L"\t\ta\t\t",
+                                             L"[x]\r\n\tk = 1\r\n\r\n[y]",
+                                             L" a b \r\n c ",
+                                             L"\u00e9\u00e8\r\n\U0001F600"};
     for (const std::wstring& text : fixed)
         ExpectSameAsToolkit(text);
 

@@ -19,41 +19,13 @@
 #include <wx/string.h>
 
 #include "file/VyrTextWriter.h"
+#include "support/VyrBaseDataTestAccess.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrCourbeParam.h"
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrExperienceParam.h"
 #include "vyrbase/data/VyrVecteur.h"
-
-// Reaches the document's reading and writing steps that are not public.
-class VyrBaseDataTestAccess {
-public:
-    explicit VyrBaseDataTestAccess(VyrBaseData& doc) : m_doc(doc) {}
-
-    // Sets the reader's tokenizer on `text` (kept alive by the caller).
-    void SetText(const std::wstring& text) { m_doc.m_tokenizer.SetText(text.c_str(), text.size()); }
-    std::wstring NextToken() { return std::wstring(m_doc.m_tokenizer.GetNextToken()); }
-    bool HasMoreTokens() { return m_doc.m_tokenizer.HasMoreTokens(); }
-    void ClearText() { m_doc.m_tokenizer.Clear(); }
-
-    wxString ParseUnit() { return m_doc.ParseUnit(); }
-    wxString ParseVector(bool* stop) { return m_doc.ParseVector(stop); }
-    wxString ParseCurve(bool* stop) { return m_doc.ParseCurve(stop); }
-    wxString ParseExperience(bool* stop) { return m_doc.ParseExperience(stop); }
-    VyrEntity* CreateEntity(int kind, int oid, const wchar_t* name) {
-        return m_doc.CreateEntity(kind, oid, name);
-    }
-    static wxColour ColourFromFile(int value) { return VyrBaseData::ColourFromFile(value); }
-
-    bool SauveUnite(VyrTextWriter& out) { return m_doc.SauveUnite(out); }
-    bool SauveVecteur(VyrTextWriter& out) { return m_doc.SauveVecteur(out); }
-    bool SauveCourbe(VyrTextWriter& out) { return m_doc.SauveCourbe(out); }
-    bool SauveExperience(VyrTextWriter& out) { return m_doc.SauveExperience(out); }
-
-private:
-    VyrBaseData& m_doc;
-};
 
 namespace filetest {
 
@@ -178,9 +150,9 @@ inline VyrCourbe* BuildOneCurveDocument(VyrBaseData& doc) {
 }
 
 // What a section writer of `doc` writes, as text; `ok` receives the writer's answer.
-inline std::wstring WrittenBy(VyrBaseData& doc,
-                              const std::function<bool(VyrBaseDataTestAccess&, VyrTextWriter&)>& write,
-                              bool* ok = nullptr) {
+inline std::wstring WrittenBy(
+    VyrBaseData& doc, const std::function<bool(VyrBaseDataTestAccess&, VyrTextWriter&)>& write,
+    bool* ok = nullptr) {
     char pattern[] = "/tmp/vyrsectionXXXXXX";
     const int fd = mkstemp(pattern);
     if (fd < 0)

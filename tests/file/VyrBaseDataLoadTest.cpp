@@ -104,7 +104,8 @@ TEST(VyrBaseDataLoad, KeepsCharactersBeyondLatin1InUtf16AndUtf8) {
 
 TEST(VyrBaseDataLoad, WithoutMarkTheUnitHeaderDecidesBetweenUtf8AndLatin1) {
     const std::wstring body =
-        L"[manipulation]\r\n\toid = 7\r\n\tnom = \"\u00e9t\u00e9\"\r\n\tcourbes = table 0 {\r\n\t}\r\n";
+        L"[manipulation]\r\n\toid = 7\r\n\tnom = \"\u00e9t\u00e9\"\r\n\tcourbes = table 0 "
+        L"{\r\n\t}\r\n";
     {
         VyrBaseData doc(nullptr);
         ASSERT_TRUE(LoadBytes(doc, Utf8(L"[unit\u00e9]\r\n\toid = 50\r\n" + body)));
@@ -114,13 +115,14 @@ TEST(VyrBaseDataLoad, WithoutMarkTheUnitHeaderDecidesBetweenUtf8AndLatin1) {
         // No unit section: the UTF-8 bytes are read as ISO-8859-1, two characters each.
         VyrBaseData doc(nullptr);
         ASSERT_TRUE(LoadBytes(doc, Utf8(body)));
-        EXPECT_EQ(wxString(L"\u00c3\u00a9t\u00c3\u00a9"), doc.FindExperienceByOid(7)->GetEntityName());
+        EXPECT_EQ(wxString(L"\u00c3\u00a9t\u00c3\u00a9"),
+                  doc.FindExperienceByOid(7)->GetEntityName());
     }
 }
 
 TEST(VyrBaseDataLoad, EmptyOrBlankFileGivesOneDefaultExperiment) {
-    for (const std::string& bytes : {std::string(), std::string("\r\n\r\n\t\n"),
-                                     Utf16File(L""), Utf16File(L"\r\n\r\n")}) {
+    for (const std::string& bytes :
+         {std::string(), std::string("\r\n\r\n\t\n"), Utf16File(L""), Utf16File(L"\r\n\r\n")}) {
         VyrBaseData doc(nullptr);
         ASSERT_TRUE(LoadBytes(doc, bytes));
         ASSERT_EQ(1u, doc.GetEntityList().GetCount());
@@ -154,19 +156,35 @@ TEST(VyrBaseDataLoad, AKeyLineFirstAnswersFalse) {
 
 TEST(VyrBaseDataLoad, ACapitalisedVectorHeaderIsKeptVerbatimAsUnknown) {
     VyrBaseData doc(nullptr);
-    ASSERT_TRUE(LoadBytes(doc, Utf16File(L"[Vecteur]\r\n\toid = 3\r\n\tnom = \"x\"\r\n\r\n" +
-                                         OneCurveText())));
+    ASSERT_TRUE(LoadBytes(
+        doc, Utf16File(L"[Vecteur]\r\n\toid = 3\r\n\tnom = \"x\"\r\n\r\n" + OneCurveText())));
     ASSERT_EQ(1u, doc.GetUnknownSections().GetCount());
-    EXPECT_EQ(wxString(L"[Vecteur]\n\toid = 3\r\n\tnom = \"x\"\r\n\r\n"), doc.GetUnknownSections()[0]);
+    EXPECT_EQ(wxString(L"[Vecteur]\n\toid = 3\r\n\tnom = \"x\"\r\n\r\n"),
+              doc.GetUnknownSections()[0]);
     EXPECT_FALSE(doc.FindEntity(3) && doc.FindEntity(3)->GetKind() != VYR_KIND_VECTEUR);
     ExpectOneCurveDocument(doc);
+    // Written back at the end of the next save, after every known section.
+    TempDir dir;
+    const std::string path = dir.File("out.vyr");
+    ASSERT_TRUE(doc.Save(Wx(path)));
+    const std::wstring written = FromUtf16(ReadBytes(path));
+    const std::wstring tail = L"[Vecteur]\n\toid = 3\r\n\tnom = \"x\"\r\n\r\n\r\n";
+    ASSERT_GT(written.size(), tail.size());
+    EXPECT_EQ(tail, written.substr(written.size() - tail.size()));
 }
 
 TEST(VyrBaseDataLoad, KnownRecordSectionsAreNotKeptAsUnknown) {
-    const wchar_t* const headers[] = {L"[Annotation]", L"[outil_Interval]", L"[compte_rendu]",
-                                      L"[cellules]", L"[spirog]", L"[spirom]", L"[spiroexp]",
-                                      L"[Param_RespihomConfig]", L"[Param_RespihomData]",
-                                      L"[Param_SpiroMetaConfig]", L"[Param_SpiroMetaData]",
+    const wchar_t* const headers[] = {L"[Annotation]",
+                                      L"[outil_Interval]",
+                                      L"[compte_rendu]",
+                                      L"[cellules]",
+                                      L"[spirog]",
+                                      L"[spirom]",
+                                      L"[spiroexp]",
+                                      L"[Param_RespihomConfig]",
+                                      L"[Param_RespihomData]",
+                                      L"[Param_SpiroMetaConfig]",
+                                      L"[Param_SpiroMetaData]",
                                       L"[image_Redy]"};
     std::wstring text;
     for (const wchar_t* header : headers)
@@ -182,7 +200,8 @@ TEST(VyrBaseDataLoad, AHeaderThatIsTheLastLineIsDropped) {
     ASSERT_TRUE(LoadBytes(doc, Utf16File(L"[Inconnu]\r\n\tk = 1\r\n[manipulation]\r\n")));
     // The experiment header was never dispatched: the default experiment stands in.
     ASSERT_EQ(1, CountKind(doc, VYR_KIND_EXPERIENCE));
-    EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"), doc.GetEntityList().GetFirst()->GetData()->GetEntityName());
+    EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"),
+              doc.GetEntityList().GetFirst()->GetData()->GetEntityName());
 }
 
 TEST(VyrBaseDataLoad, MissingFileAnswersFalseKeepsTheDocumentAndNotifies) {
@@ -227,8 +246,8 @@ TEST(VyrBaseDataLoad, UnitRecordsAndMapsAreEmptiedAfterEveryAttempt) {
 
 TEST(VyrBaseDataLoad, VectorsNoCurveUsesAreRemoved) {
     VyrBaseData doc(nullptr);
-    ASSERT_TRUE(LoadBytes(doc, Utf16File(L"[vecteur]\r\n\toid = 40\r\n\tnom = \"lost\"\r\n" +
-                                         OneCurveText())));
+    ASSERT_TRUE(LoadBytes(
+        doc, Utf16File(L"[vecteur]\r\n\toid = 40\r\n\tnom = \"lost\"\r\n" + OneCurveText())));
     EXPECT_EQ(nullptr, doc.FindEntity(40));
     ExpectOneCurveDocument(doc);
 }
@@ -267,7 +286,8 @@ TEST(VyrBaseDataLoad, InvalidUtf8AfterTheMarkAnswersFalse) {
     RecordingObserver observer;
     doc.AddObserver(&observer);
     observer.Clear();
-    EXPECT_FALSE(LoadBytes(doc, std::string("\xEF\xBB\xBF[manipulation]\r\n\tnom = \"\xC3\x28\"\r\n")));
+    EXPECT_FALSE(
+        LoadBytes(doc, std::string("\xEF\xBB\xBF[manipulation]\r\n\tnom = \"\xC3\x28\"\r\n")));
     EXPECT_EQ(0u, doc.GetEntityList().GetCount());
     // Emptying the document announced its deletions; the load attempt ends with code 8.
     ASSERT_FALSE(observer.Codes().empty());
@@ -310,8 +330,9 @@ TEST(VyrBaseDataLoad, AQuoteNeverClosedEndsTheLoadWithWhatWasRead) {
     ASSERT_TRUE(c);
     // The comment ran to the end of the text, line by line; nothing after it was read as
     // lines of their own.
-    EXPECT_EQ(wxString(L"open\r\nvx = 3\r\n[manipulation]\r\noid = 1\r\ncourbes = table 1 {\r\n2\r\n}"),
-              c->GetText());
+    EXPECT_EQ(
+        wxString(L"open\r\nvx = 3\r\n[manipulation]\r\noid = 1\r\ncourbes = table 1 {\r\n2\r\n}"),
+        c->GetText());
     EXPECT_EQ(nullptr, c->GetVx());
     EXPECT_EQ(nullptr, doc.FindExperienceByOid(1));
     // The default experiment stands in for the section that was never reached.
@@ -355,6 +376,10 @@ TEST(VyrBaseDataLoad, HugeAndNegativeCountsAndOids) {
     EXPECT_FALSE(c->IsShownInDiagram(0));
     EXPECT_FALSE(c->IsShownInDiagram(1));
     EXPECT_EQ(1, doc.GetDiagramCount());
+    // The default experiment took the next oid, which cannot go past the largest int.
+    EXPECT_EQ(INT_MAX, doc.GetLastOid());
+    ASSERT_TRUE(doc.GetEntity(VYR_KIND_EXPERIENCE));
+    EXPECT_EQ(INT_MAX, doc.GetEntity(VYR_KIND_EXPERIENCE)->GetOid());
 }
 
 TEST(VyrBaseDataLoad, AHundredMegabyteLine) {

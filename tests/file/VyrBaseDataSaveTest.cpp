@@ -149,9 +149,9 @@ TEST(VyrBaseDataSave, WritesTheSectionsInTheirFixedOrder) {
     ASSERT_TRUE(doc.Save(Wx(path)));
     const std::vector<std::wstring> headers = Headers(FromUtf16(ReadBytes(path)));
     const std::vector<std::wstring> expected = {
-        L"[unit\u00e9]", L"[unit\u00e9]", L"[unit\u00e9]", L"[unit\u00e9]", L"[unit\u00e9]",
-        L"[unit\u00e9]", L"[vecteur]",    L"[vecteur]",    L"[vecteur]",    L"[vecteur]",
-        L"[vecteur]",    L"[vecteur]",    L"[courbe]",     L"[courbe]",     L"[courbe]",
+        L"[unit\u00e9]",   L"[unit\u00e9]",  L"[unit\u00e9]", L"[unit\u00e9]", L"[unit\u00e9]",
+        L"[unit\u00e9]",   L"[vecteur]",     L"[vecteur]",    L"[vecteur]",    L"[vecteur]",
+        L"[vecteur]",      L"[vecteur]",     L"[courbe]",     L"[courbe]",     L"[courbe]",
         L"[manipulation]", L"[manipulation]"};
     EXPECT_EQ(expected, headers);
 }

@@ -105,7 +105,8 @@ TEST(VyrCurveSection, WithoutDiagramLinesTheCurveIsInTheFirstDiagram) {
 TEST(VyrCurveSection, LesDiagrammesSetsBothFlagsAndRaisesTheCountToTheHighestShown) {
     {
         VyrBaseData doc(nullptr);
-        VyrCourbe* c = ReadCurve(doc, L"\tdiagramme = 0\r\n\tlesdiagrammes = table 2 {\r\n\t0\t1\t\r\n\t}\r\n");
+        VyrCourbe* c = ReadCurve(
+            doc, L"\tdiagramme = 0\r\n\tlesdiagrammes = table 2 {\r\n\t0\t1\t\r\n\t}\r\n");
         ASSERT_TRUE(c);
         EXPECT_FALSE(c->IsShownInDiagram(0));
         EXPECT_TRUE(c->IsShownInDiagram(1));
@@ -175,7 +176,9 @@ TEST(VyrCurveSection, UnclosedCommentOrExpressionRaisesTheStopFlag) {
         VyrBaseData doc(nullptr);
         bool stop = false;
         VyrBaseDataTestAccess access(doc);
-        access.SetText(std::wstring(L"[courbe]\r\n\toid = 2\r\n") + line + L"\tvx = 3\r\n");
+        const std::wstring text =
+            std::wstring(L"[courbe]\r\n\toid = 2\r\n") + line + L"\tvx = 3\r\n";
+        access.SetText(text);
         access.NextToken();
         EXPECT_EQ(wxString(), access.ParseCurve(&stop));
         access.ClearText();

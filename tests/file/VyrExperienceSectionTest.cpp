@@ -29,11 +29,11 @@ TEST(VyrExperienceSection, ReadsOidNameAndCurves) {
     VyrEntity* c5 = access.CreateEntity(VYR_KIND_COURBE, 5, nullptr);
     VyrEntity* c6 = access.CreateEntity(VYR_KIND_COURBE, 6, nullptr);
     bool stop = false;
-    const wxString next = ReadWith(
-        doc,
-        L"[manipulation]\r\n\toid = 8\r\n\tnom = \"E\"\r\n\tdescription = \"ignored\"\r\n"
-        L"\tcourbes = table 2 {\r\n\t6\t5\t\r\n\t}\r\n\r\n[image_Redy]\r\n",
-        [&stop](VyrBaseDataTestAccess& a) { return a.ParseExperience(&stop); });
+    const wxString next =
+        ReadWith(doc,
+                 L"[manipulation]\r\n\toid = 8\r\n\tnom = \"E\"\r\n\tdescription = \"ignored\"\r\n"
+                 L"\tcourbes = table 2 {\r\n\t6\t5\t\r\n\t}\r\n\r\n[image_Redy]\r\n",
+                 [&stop](VyrBaseDataTestAccess& a) { return a.ParseExperience(&stop); });
     EXPECT_EQ(wxString(L"[image_Redy]"), next);
     EXPECT_FALSE(stop);
     VyrExperience* e = doc.FindExperienceByOid(8);
@@ -65,7 +65,8 @@ TEST(VyrExperienceSection, AnOidNamingNothingOrAMissingBraceRaisesTheStopFlag) {
         VyrBaseDataTestAccess access(doc);
         access.CreateEntity(VYR_KIND_COURBE, 3, nullptr);
         bool stop = false;
-        ReadWith(doc, L"[manipulation]\r\n\toid = 8\r\n\tcourbes = table 2 {\r\n\t42\t3\t\r\n\t}\r\n",
+        ReadWith(doc,
+                 L"[manipulation]\r\n\toid = 8\r\n\tcourbes = table 2 {\r\n\t42\t3\t\r\n\t}\r\n",
                  [&stop](VyrBaseDataTestAccess& a) { return a.ParseExperience(&stop); });
         EXPECT_TRUE(stop);
         ASSERT_TRUE(doc.FindExperienceByOid(8));

@@ -120,7 +120,8 @@ TEST(VyrNumberText, FormatsLikeTheCFormatsOnManyValues) {
             std::memcpy(&v, &bits, sizeof v);
         } else {
             // Values a lab writes: a few significant digits over a moderate range.
-            v = std::ldexp(static_cast<double>(random() % 100000000), static_cast<int>(random() % 90) - 60);
+            v = std::ldexp(static_cast<double>(random() % 100000000),
+                           static_cast<int>(random() % 90) - 60);
             if (random() % 2)
                 v = -v;
         }
@@ -158,16 +159,56 @@ TEST(VyrNumberText, ReadsWhatItWritesBitForBitThroughPercentA) {
 }
 
 TEST(VyrNumberText, ReadsLikeStrtodInTheCLocale) {
-    const std::vector<std::wstring> fixed = {
-        L"1.5",       L"1.5abc",    L"  2,5",    L"\t-3",       L"+4",        L"+-1",
-        L"--1",       L"-+1",       L".",        L".5",         L"5.",        L"1e",
-        L"1e+",       L"1e-3x",     L"1E5",      L"0x1p3",      L"-0x1p3",    L"0x",
-        L"0xg",       L"0x.8p1",    L"0x1.8",    L"0X1P-2",     L"0x-1",      L"inf",
-        L"-inf",      L"infinity",  L"INFINITY", L"infin",      L"nan",       L"-nan",
-        L"NaN",       L"nan(123)",  L"nan(",     L"nan()",      L"1e400",     L"-1e400",
-        L"1e-400",    L"2e-324",    L"4.9e-324", L"1e-310",     L"abc",       L"",
-        L" ",         L"1,5,6",     L"1.5.6",    L"\u00e91",    L"1\u00e9",   L"0,000001",
-        L"123456789012345678901234567890", L"0.000000000000000000000000000000000001e36"};
+    const std::vector<std::wstring> fixed = {L"1.5",
+                                             L"1.5abc",
+                                             L"  2,5",
+                                             L"\t-3",
+                                             L"+4",
+                                             L"+-1",
+                                             L"--1",
+                                             L"-+1",
+                                             L".",
+                                             L".5",
+                                             L"5.",
+                                             L"1e",
+                                             L"1e+",
+                                             L"1e-3x",
+                                             L"1E5",
+                                             L"0x1p3",
+                                             L"-0x1p3",
+                                             L"0x",
+                                             L"0xg",
+                                             L"0x.8p1",
+                                             L"0x1.8",
+                                             L"0X1P-2",
+                                             L"0x-1",
+                                             L"inf",
+                                             L"-inf",
+                                             L"infinity",
+                                             L"INFINITY",
+                                             L"infin",
+                                             L"nan",
+                                             L"-nan",
+                                             L"NaN",
+                                             L"nan(123)",
+                                             L"nan(",
+                                             L"nan()",
+                                             L"1e400",
+                                             L"-1e400",
+                                             L"1e-400",
+                                             L"2e-324",
+                                             L"4.9e-324",
+                                             L"1e-310",
+                                             L"abc",
+                                             L"",
+                                             L" ",
+                                             L"1,5,6",
+                                             L"1.5.6",
+                                             L"\u00e91",
+                                             L"1\u00e9",
+                                             L"0,000001",
+                                             L"123456789012345678901234567890",
+                                             L"0.000000000000000000000000000000000001e36"};
     for (const std::wstring& text : fixed)
         EXPECT_TRUE(SameBits(CStrtod(text), VyrNumberText::ReadDouble(text))) << wxString(text);
 
@@ -205,11 +246,26 @@ TEST(VyrNumberText, ReadsTheGformatOfManyValuesBackLikeStrtod) {
 }
 
 TEST(VyrNumberText, ReadsIntegersLikeWcstolSaturatedToInt) {
-    const std::vector<std::wstring> fixed = {
-        L"12",          L"  12",       L"-7",          L"+7",         L"12abc",      L"abc",
-        L"",            L"2147483647", L"2147483648",  L"-2147483648", L"-2147483649",
-        L"99999999999999999999999",    L"-99999999999999999999999",    L"+-3",        L"3 4",
-        L"0x1A",        L"1A",         L"ff",          L"0xg",         L"\u00e93"};
+    const std::vector<std::wstring> fixed = {L"12",
+                                             L"  12",
+                                             L"-7",
+                                             L"+7",
+                                             L"12abc",
+                                             L"abc",
+                                             L"",
+                                             L"2147483647",
+                                             L"2147483648",
+                                             L"-2147483648",
+                                             L"-2147483649",
+                                             L"99999999999999999999999",
+                                             L"-99999999999999999999999",
+                                             L"+-3",
+                                             L"3 4",
+                                             L"0x1A",
+                                             L"1A",
+                                             L"ff",
+                                             L"0xg",
+                                             L"\u00e93"};
     for (const std::wstring& text : fixed) {
         EXPECT_EQ(CWcstol(text, 10), VyrNumberText::ReadDecimal(text)) << wxString(text);
         EXPECT_EQ(CWcstol(text, 16), VyrNumberText::ReadHex(text)) << wxString(text);

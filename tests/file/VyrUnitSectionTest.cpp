@@ -17,7 +17,8 @@ TEST(VyrUnitSection, TwoVectorsGetConsecutiveFreshUnitOidsAboveEveryEntityOid) {
         &ok);
     EXPECT_TRUE(ok);
     const std::wstring expectedUnits =
-        L"[unit\u00e9]\r\n\toid = 5\r\n\tsymbole = \"s\"\r\n\tgrandeur = \"\"\r\n\tvariable = \"\"\r\n"
+        L"[unit\u00e9]\r\n\toid = 5\r\n\tsymbole = \"s\"\r\n\tgrandeur = \"\"\r\n\tvariable = "
+        L"\"\"\r\n"
         L"\tech_min = 0.00000000\r\n\tech_max = 0.00000000\r\n\r\n"
         L"[unit\u00e9]\r\n\toid = 6\r\n\tsymbole = \"\u00b0C\"\r\n\tgrandeur = \"\"\r\n"
         L"\tvariable = \"\"\r\n\tech_min = 0.00000000\r\n\tech_max = 0.00000000\r\n\r\n";
@@ -37,8 +38,8 @@ TEST(VyrUnitSection, SymbolIsEscaped) {
     VyrBaseData doc(nullptr);
     VyrCourbe* c = BuildOneCurveDocument(doc);
     c->GetVx()->SetUnite(L"\"q\"");
-    const std::wstring text =
-        WrittenBy(doc, [](VyrBaseDataTestAccess& a, VyrTextWriter& out) { return a.SauveUnite(out); });
+    const std::wstring text = WrittenBy(
+        doc, [](VyrBaseDataTestAccess& a, VyrTextWriter& out) { return a.SauveUnite(out); });
     EXPECT_NE(std::wstring::npos, text.find(L"\tsymbole = \"\\\"q\\\"\"\r\n"));
 }
 

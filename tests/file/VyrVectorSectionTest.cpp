@@ -58,7 +58,8 @@ TEST(VyrVectorSection, EmptyVectorWritesEmptyTables) {
 TEST(VyrVectorSection, AVectorNoExperimentHoldsEndsTheWriterAfterItsAttributes) {
     VyrBaseData doc(nullptr);
     VyrBaseDataTestAccess access(doc);
-    VyrVecteur* orphan = static_cast<VyrVecteur*>(access.CreateEntity(VYR_KIND_VECTEUR, 1, nullptr));
+    VyrVecteur* orphan =
+        static_cast<VyrVecteur*>(access.CreateEntity(VYR_KIND_VECTEUR, 1, nullptr));
     orphan->SetGrandeur(L"lost");
     BuildOneCurveDocument(doc);
     bool ok = false;
@@ -81,16 +82,18 @@ TEST(VyrVectorSection, NameIsEscaped) {
 TEST(VyrVectorSection, ReadsNameUnitValuesAndValidity) {
     VyrBaseData doc(nullptr);
     bool stop = false;
-    const wxString next = ReadWith(
-        doc,
-        L"[unit\u00e9]\r\n\toid = 20\r\n\tsymbole = \"V\"\r\n"
-        L"[vecteur]\r\n\tnom = \"ignored\"\r\n\toid = 9\r\n\tnom = \"[U1]\"\r\n\tunit\u00e9 = 20\r\n"
-        L"\tpoints = table 3 {\r\n\t1,5\t2\r\n\t3\r\n\t}\r\n\tvalidit\u00e9 = table 1 {\r\n\t2\t\r\n\t}\r\n"
-        L"\r\n[courbe]\r\n",
-        [&stop](VyrBaseDataTestAccess& a) {
-            a.ParseUnit();
-            return a.ParseVector(&stop);
-        });
+    const wxString next =
+        ReadWith(doc,
+                 L"[unit\u00e9]\r\n\toid = 20\r\n\tsymbole = \"V\"\r\n"
+                 L"[vecteur]\r\n\tnom = \"ignored\"\r\n\toid = 9\r\n\tnom = "
+                 L"\"[U1]\"\r\n\tunit\u00e9 = 20\r\n"
+                 L"\tpoints = table 3 {\r\n\t1,5\t2\r\n\t3\r\n\t}\r\n\tvalidit\u00e9 = table 1 "
+                 L"{\r\n\t2\t\r\n\t}\r\n"
+                 L"\r\n[courbe]\r\n",
+                 [&stop](VyrBaseDataTestAccess& a) {
+                     a.ParseUnit();
+                     return a.ParseVector(&stop);
+                 });
     EXPECT_EQ(wxString(L"[courbe]"), next);
     EXPECT_FALSE(stop);
     VyrEntity* e = doc.FindEntity(9);

@@ -78,7 +78,8 @@ public:
     // ---- Oids and creation ---------------------------------------------------------------
 
     // Increments the oid counter and returns it: 1, 2, 3... never reused while the document
-    // lives (Delete starts again at 1).
+    // lives (Delete starts again at 1). A counter at the largest int (an oid read from a file)
+    // stays there.
     int GetNewOid();
     // The highest oid handed out or seen.
     int GetLastOid() const { return m_iLastOid; }
@@ -345,6 +346,9 @@ protected:
 private:
     friend class VyrBaseDataTestAccess;
 
+    // Hands the section of `header` to its reader (an unknown header to ParseInconnu) and
+    // answers the next header; notes when an experiment section was met.
+    wxString ReadSection(const wxString& header, bool* stop, bool* experienceSeen);
     // Pieces of the curve reader.
     static wxColour ColourFromFile(int value);
     static void ApplyStyleEx(VyrCourbe* curve, const wxString& style);
