@@ -22,30 +22,22 @@ namespace {
 // "[unité]" in UTF-8: the only sign, besides the mark, that a file without a mark is UTF-8.
 const char kUtf8UnitHeader[] = "[unit\xC3\xA9]";
 
-// Decodes UTF-16LE code units up to the first zero unit into a new NUL-terminated wide text
-// (null when memory is short). Surrogate pairs become one character; a lone surrogate is kept
-// as it is, so that the text goes back to the same units when written.
-wchar_t* DecodeUtf16Le(const unsigned char* bytes) {
+// The number of UTF-16LE code units before the first zero unit; `available` units can be read
+// whole and the buffer holds a zero unit behind them. Looked for four units at a time.
+size_t Utf16Units(const unsigned char* bytes, size_t available) {
     size_t units = 0;
+    while (units + 4 <= available) {
+        uint64_t word;
+        std::memcpy(&word, bytes + 2 * units, sizeof word);
+        // Some 16-bit lane is zero exactly when this is not zero (the lanes' byte order does
+        // not matter: a lane is zero in either).
+        if (((word - 0x0001000100010001ULL) & ~word & 0x8000800080008000ULL) != 0)
+            break;
+        units += 4;
+    }
     while (bytes[2 * units] != 0 || bytes[2 * units + 1] != 0)
         ++units;
-    wchar_t* text = new (std::nothrow) wchar_t[units + 1];
-    if (!text)
-        return nullptr;
-    size_t n = 0;
-    for (size_t i = 0; i < units; ++i) {
-        unsigned c = bytes[2 * i] | (bytes[2 * i + 1] << 8);
-        if (c >= 0xD800 && c <= 0xDBFF && i + 1 < units) {
-            const unsigned low = bytes[2 * i + 2] | (bytes[2 * i + 3] << 8);
-            if (low >= 0xDC00 && low <= 0xDFFF) {
-                c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
-                ++i;
-            }
-        }
-        text[n++] = static_cast<wchar_t>(c);
-    }
-    text[n] = L'\0';
-    return text;
+    return units;
 }
 
 // Decodes a NUL-terminated byte text with the toolkit converter into a new wide text (null
@@ -74,9 +66,13 @@ unsigned char* ReadAll(wxFile& file, size_t* length) {
     if (fileLength < 0 || static_cast<unsigned long long>(fileLength) > SIZE_MAX - 4)
         return nullptr;
     const size_t total = static_cast<size_t>(fileLength);
-    unsigned char* bytes = new (std::nothrow) unsigned char[total + 4]();
+    // Only the bytes behind the data need zeroing beforehand: the read fills the rest (a
+    // file that shrank meanwhile is zeroed below), and untouched pages of a large buffer cost
+    // nothing until they are read into.
+    unsigned char* bytes = new (std::nothrow) unsigned char[total + 4];
     if (!bytes)
         return nullptr;
+    std::memset(bytes + total, 0, 4);
     size_t done = 0;
     while (done < total) {
         const ssize_t got = file.Read(bytes + done, total - done);
@@ -84,8 +80,11 @@ unsigned char* ReadAll(wxFile& file, size_t* length) {
             delete[] bytes;
             return nullptr;
         }
-        if (got == 0)
-            break;  // the file shrank meanwhile: the rest stays zero
+        if (got == 0) {
+            // The file shrank meanwhile: the rest reads as zeros.
+            std::memset(bytes + done, 0, total - done);
+            break;
+        }
         done += static_cast<size_t>(got);
     }
     *length = total;
@@ -146,7 +145,9 @@ bool VyrBaseData::Load(const wxString& path) {
             wchar_t* text = nullptr;
             bool refused = false;
             if (length >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
-                text = DecodeUtf16Le(bytes + 2);
+                // Read in place, up to the zero unit that ends the text: the buffer is ours,
+                // so the reader may give back the pages it has passed.
+                result = ParseUtf16Text(bytes + 2, Utf16Units(bytes + 2, (length - 2) / 2), true);
             } else if (length >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF) {
                 // Deliberate: big-endian text is refused, although IsUnicodeTextFile knows
                 // its mark.
@@ -220,9 +221,22 @@ wxString VyrBaseData::ReadSection(const wxString& header, bool* stop, bool* expe
 bool VyrBaseData::ParseUnicodeText(wchar_t* text) {
     if (!text)
         return false;
-    m_asUnknownSections.Clear();
     m_tokenizer.SetText(text, std::wcslen(text));
+    return ParseTokenizedText();
+}
 
+bool VyrBaseData::ParseUtf16Text(const unsigned char* bytes, size_t units, bool releaseConsumed) {
+    if (!bytes)
+        return false;
+    m_tokenizer.SetUtf16(bytes, units);
+    m_bReleaseConsumed = releaseConsumed;
+    const bool result = ParseTokenizedText();
+    m_bReleaseConsumed = false;
+    return result;
+}
+
+bool VyrBaseData::ParseTokenizedText() {
+    m_asUnknownSections.Clear();
     bool result = true;
     if (!m_tokenizer.HasMoreTokens()) {
         SimuleSectionManip();

@@ -38,6 +38,8 @@ VYRBASE_API int ReadHex(std::wstring_view text);
 // forms, "inf", "infinity" and "nan" included, overflow giving an infinity and underflow the
 // correctly rounded tiny value. Bit for bit the value of that conversion.
 VYRBASE_API double ReadDouble(std::wstring_view text);
+// The same on narrow text (the characters of a number are ASCII; other bytes end it).
+VYRBASE_API double ReadDouble(std::string_view text);
 
 }  // namespace VyrNumberText
 
