@@ -79,47 +79,122 @@ void VyrDiagram::PaintCurveLine(wxDC* dc, VyrCourbe* courbe) {
 // Bars: each point's value held from the previous point's column to its own, standing on the
 // X axis row. An invalid point breaks the chain; as for style 1, a previous column of -1 means
 // none.
+//
+// On one pixel column every bar of a point whose previous point lies on the same column draws
+// only the vertical from its value to the axis row there (twice) and a horizontal of no
+// length inside it; all those verticals contain the axis row, so their union is the one
+// vertical from the lowest to the highest of their ends, and that is what is drawn, once per
+// column. The bar of the first point of a column (previous point on another column) is drawn
+// as it is. Aliased output is identical to drawing every bar.
 void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
     const VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     const int axisRow = m_ptOrigin.y;
     int previousX = -1;
+    bool inColumn = false;  // a column of consecutive valid points is open
+    int columnX = 0;
+    // The column's verticals to the axis row drawn so far, and the union of all of them.
+    bool drawn = false;
+    int drawnLow = 0, drawnHigh = 0;
+    int low = axisRow, high = axisRow;
+    auto flush = [&]() {
+        if (inColumn && (low < drawnLow || high > drawnHigh))
+            dc->DrawLine(columnX, low, columnX, high);
+        inColumn = false;
+    };
     for (int i = 0; i < points.GetCount(); ++i) {
         if (!points.IsValid(i)) {
+            flush();
             previousX = -1;
             continue;
         }
         const wxPoint p = points.Pixel(i);
+        if (!inColumn || p.x != columnX) {
+            flush();
+            inColumn = true;
+            columnX = p.x;
+            drawn = false;
+            low = high = drawnLow = drawnHigh = axisRow;
+        }
         if (previousX != -1) {
-            dc->DrawLine(previousX, p.y, previousX, axisRow);
-            dc->DrawLine(p.x, p.y, p.x, axisRow);
-            dc->DrawLine(previousX, p.y, p.x, p.y);
+            if (!drawn) {
+                // The first bar of the column, as it is: a column of one point costs what
+                // it always did.
+                dc->DrawLine(previousX, p.y, previousX, axisRow);
+                dc->DrawLine(p.x, p.y, p.x, axisRow);
+                dc->DrawLine(previousX, p.y, p.x, p.y);
+                drawn = true;
+                drawnLow = std::min(p.y, axisRow);
+                drawnHigh = std::max(p.y, axisRow);
+            } else if (previousX != p.x) {
+                dc->DrawLine(previousX, p.y, previousX, axisRow);
+                dc->DrawLine(previousX, p.y, p.x, p.y);
+            }
+            low = std::min(low, p.y);
+            high = std::max(high, p.y);
         }
         previousX = p.x;
     }
+    flush();
 }
 
 // A staircase holding each value until the next point. An invalid point breaks the chain.
+//
+// On one pixel column the steps between consecutive points are verticals joined end to end
+// (and horizontals of no length on them), from the value of the point before the column to
+// each point of it in turn: their union is the one vertical from the lowest to the highest of
+// those values, drawn once per column after the horizontal that leads into it. Aliased output
+// is identical to drawing every step.
 void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
     const VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     bool havePrevious = false;
-    wxPoint previous;
+    wxPoint previous;       // the last point drawn to (the last point of the open column)
+    bool inColumn = false;  // a column of consecutive valid points is open
+    // The column's vertical drawn so far, and the union of all its steps.
+    bool drawn = false;
+    int drawnLow = 0, drawnHigh = 0;
+    bool steps = false;
+    int low = 0, high = 0;
+    auto flush = [&]() {
+        if (inColumn && steps && (!drawn || low < drawnLow || high > drawnHigh))
+            dc->DrawLine(previous.x, low, previous.x, high);
+        inColumn = false;
+    };
     for (int i = 0; i < points.GetCount(); ++i) {
         if (!points.IsValid(i)) {
+            flush();
             havePrevious = false;
             continue;
         }
         const wxPoint p = points.Pixel(i);
-        if (havePrevious) {
-            dc->DrawLine(previous.x, previous.y, p.x, previous.y);
-            dc->DrawLine(p.x, previous.y, p.x, p.y);
+        if (inColumn && p.x == previous.x) {
+            // A step on the column: a vertical from the previous value to this one.
+            low = std::min(low, p.y);
+            high = std::max(high, p.y);
+            steps = true;
+        } else {
+            flush();
+            inColumn = true;
+            drawn = false;
+            steps = false;
+            low = high = p.y;
+            if (havePrevious) {
+                // The step into the column, as it is: a column of one point costs what it
+                // always did.
+                dc->DrawLine(previous.x, previous.y, p.x, previous.y);
+                dc->DrawLine(p.x, previous.y, p.x, p.y);
+                drawn = steps = true;
+                low = drawnLow = std::min(previous.y, p.y);
+                high = drawnHigh = std::max(previous.y, p.y);
+            }
         }
         previous = p;
         havePrevious = true;
     }
+    flush();
 }
 
 void VyrDiagram::PaintCurveVSegment(wxDC* dc, VyrCourbe* courbe) {
