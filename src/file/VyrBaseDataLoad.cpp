@@ -6,6 +6,10 @@
 #include <cwchar>
 #include <new>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <wx/file.h>
 #include <wx/filefn.h>
 #include <wx/intl.h>
@@ -26,6 +30,16 @@ const char kUtf8UnitHeader[] = "[unit\xC3\xA9]";
 // whole and the buffer holds a zero unit behind them. Looked for four units at a time.
 size_t Utf16Units(const unsigned char* bytes, size_t available) {
     size_t units = 0;
+#if defined(__SSE2__)
+    // Eight units to a register.
+    const __m128i zero = _mm_setzero_si128();
+    while (units + 8 <= available) {
+        const __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 2 * units));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi16(chunk, zero)) != 0)
+            break;
+        units += 8;
+    }
+#endif
     while (units + 4 <= available) {
         uint64_t word;
         std::memcpy(&word, bytes + 2 * units, sizeof word);

@@ -197,22 +197,7 @@ double ReadDouble(std::wstring_view text) {
     return ReadDoubleUnits(text);
 }
 
-double ReadDouble(std::string_view text) {
-    // The usual text of a file, a decimal number that from_chars reads whole without a range
-    // error, converts in one call; from_chars and strtod both round correctly, so they agree.
-    // Everything else (signs, blanks, commas, hexadecimal, inf, nan, trailing text, overflow
-    // and underflow) takes the general way.
-    if (!text.empty()) {
-        const char* first = text.data();
-        const char* last = first + text.size();
-        const char* digits = *first == '-' ? first + 1 : first;
-        if (digits < last && ((*digits >= '0' && *digits <= '9') || *digits == '.')) {
-            double value;
-            const std::from_chars_result result = std::from_chars(first, last, value);
-            if (result.ec == std::errc() && result.ptr == last)
-                return value;
-        }
-    }
+double ReadDoubleNarrowText(std::string_view text) {
     return ReadDoubleUnits(text);
 }
 

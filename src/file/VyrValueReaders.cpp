@@ -211,10 +211,28 @@ bool VyrBaseData::ReadTableInt(std::wstring_view line, std::vector<int>& values)
         values.push_back(VyrNumberText::ReadDecimal(line.substr(start, end - start)));
         return true;
     }
-    while (m_tokenizer.HasMoreTokens()) {
-        std::wstring_view token = m_tokenizer.GetNextToken();
-        if (token[0] == L'}')
+    char narrow[64];
+    std::wstring wide;
+    for (;;) {
+        const size_t length = m_tokenizer.NextTokenAscii(narrow, sizeof narrow);
+        if (length == 0)
+            return false;
+        if (narrow[0] == '}')
             return true;
+        // The usual line of a mask table holds one byte value: a few digits.
+        if (length <= 9) {
+            int value = 0;
+            size_t k = 0;
+            while (k < length && narrow[k] >= '0' && narrow[k] <= '9')
+                value = value * 10 + (narrow[k++] - '0');
+            if (k == length) {
+                values.push_back(value);
+                continue;
+            }
+        }
+        wide.clear();
+        m_tokenizer.AppendRange(wide, m_tokenizer.GetTokenStart(), m_tokenizer.GetTokenEnd());
+        const std::wstring_view token(wide);
         // Elements of one line are separated by spaces or tabs; empty pieces are skipped.
         size_t i = 0;
         while (i < token.size()) {
@@ -228,7 +246,6 @@ bool VyrBaseData::ReadTableInt(std::wstring_view line, std::vector<int>& values)
             i = end;
         }
     }
-    return false;
 }
 
 bool VyrBaseData::NextSectionLine(std::wstring_view& line, wxString& header) {

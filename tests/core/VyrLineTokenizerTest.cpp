@@ -213,3 +213,45 @@ TEST(VyrLineTokenizer, TokenBoundsAndRangesCountUnits) {
     wide.AppendRange(range, 1, 4);
     EXPECT_EQ(L"a\tb", range);
 }
+
+// NextTokenAscii walks the same tokens as GetNextToken and gives their units narrowed: ASCII
+// as it is, everything beyond as 0x7F, cut at the capacity; in both kinds of text.
+TEST(VyrLineTokenizer, AsciiTokensAreTheTokensNarrowed) {
+    const wchar_t alphabet[] = {L'1', L'.', L'e', L'-', L' ', L'\r', L'\n', L'\t', L'\v',
+                                L'\u00e9', L'\u0131', static_cast<wchar_t>(0x1F600), L'}'};
+    std::mt19937 random(11);
+    for (int round = 0; round < 3000; ++round) {
+        std::wstring text;
+        const int length = static_cast<int>(random() % 60);
+        for (int i = 0; i < length; ++i)
+            text.push_back(alphabet[random() % (sizeof alphabet / sizeof alphabet[0])]);
+        const std::string bytes = Utf16Bytes(text);
+        for (bool utf16 : {false, true}) {
+            VyrLineTokenizer reference, ascii;
+            if (utf16) {
+                const auto* b = reinterpret_cast<const unsigned char*>(bytes.data());
+                reference.SetUtf16(b, bytes.size() / 2);
+                ascii.SetUtf16(b, bytes.size() / 2);
+            } else {
+                reference.SetText(text.c_str(), text.size());
+                ascii.SetText(text.c_str(), text.size());
+            }
+            const size_t capacity = 1 + random() % 12;
+            for (;;) {
+                char narrow[16];
+                const size_t units = ascii.NextTokenAscii(narrow, capacity);
+                ASSERT_EQ(units != 0, reference.NextToken());
+                if (units == 0)
+                    break;
+                ASSERT_EQ(reference.GetTokenStart(), ascii.GetTokenStart());
+                ASSERT_EQ(reference.GetTokenEnd(), ascii.GetTokenEnd());
+                ASSERT_EQ(reference.GetPosition(), ascii.GetPosition());
+                ASSERT_EQ(reference.GetTokenEnd() - reference.GetTokenStart(), units);
+                for (size_t k = 0; k < units && k < capacity; ++k) {
+                    const unsigned long unit = reference.UnitAt(reference.GetTokenStart() + k);
+                    ASSERT_EQ(unit < 0x80 ? static_cast<char>(unit) : '\x7f', narrow[k]);
+                }
+            }
+        }
+    }
+}
