@@ -1,0 +1,413 @@
+#include "ScriptDriver.h"
+
+#include <cstdio>
+
+#include <wx/cmdproc.h>
+#include <wx/dcmemory.h>
+#include <wx/dcscreen.h>
+#include <wx/docview.h>
+#include <wx/menu.h>
+#include <wx/textfile.h>
+#include <wx/tokenzr.h>
+
+#include "DiagramCanvas.h"
+#include "DiagramView.h"
+#include "DocumentFrame.h"
+#include "MainFrame.h"
+#include "SidePanel.h"
+#include "ViewerApp.h"
+#include "ViewerDocument.h"
+#include "ViewerIds.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrNote.h"
+#include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/diagram/VyrDiagram.h"
+
+namespace {
+
+// Time for the windows to be laid out and painted between two commands.
+const int kPauseMs = 150;
+
+wxString Rest(const wxArrayString& words, size_t from) {
+    wxString rest;
+    for (size_t i = from; i < words.size(); ++i)
+        rest += (i > from ? " " : "") + words[i];
+    return rest;
+}
+
+bool ToInts(const wxArrayString& words, size_t from, size_t count, int* values) {
+    if (words.size() != from + count)
+        return false;
+    for (size_t i = 0; i < count; ++i) {
+        long v = 0;
+        if (!words[from + i].ToLong(&v))
+            return false;
+        values[i] = static_cast<int>(v);
+    }
+    return true;
+}
+
+void SendMouse(wxWindow* window, wxEventType type, wxPoint p, bool leftDown) {
+    wxMouseEvent event(type);
+    event.SetEventObject(window);
+    event.SetId(window->GetId());
+    event.SetPosition(p);
+    event.SetLeftDown(leftDown);
+    window->GetEventHandler()->ProcessEvent(event);
+}
+
+wxString Join(const wxArrayString& names) {
+    wxString text;
+    for (size_t i = 0; i < names.size(); ++i)
+        text += (i ? ", " : "") + names[i];
+    return text;
+}
+
+void Print(const char* key, const wxString& value) {
+    std::printf("%s: %s\n", key, (const char*)value.utf8_str());
+}
+
+}  // namespace
+
+ScriptDriver::ScriptDriver(ViewerApp& app) : m_app(app), m_timer(this) {
+    Bind(wxEVT_TIMER, &ScriptDriver::OnTimer, this);
+}
+
+bool ScriptDriver::Load(const wxString& path) {
+    wxTextFile file;
+    if (!wxFileExists(path) || !file.Open(path)) {
+        std::fprintf(stderr, "vyr-view: %s: cannot open the script\n",
+                     (const char*)path.utf8_str());
+        return false;
+    }
+    for (wxString line = file.GetFirstLine(); !file.Eof(); line = file.GetNextLine())
+        m_lines.Add(line);
+    // GetNextLine leaves the last line out of the loop above.
+    if (file.GetLineCount() > m_lines.size())
+        m_lines.Add(file.GetLastLine());
+    return true;
+}
+
+void ScriptDriver::Start() {
+    m_timer.StartOnce(kPauseMs);
+}
+
+void ScriptDriver::OnTimer(wxTimerEvent&) {
+    while (m_next < m_lines.size()) {
+        const wxString line = m_lines[m_next++].Strip(wxString::both);
+        if (line.empty() || line.StartsWith("#"))
+            continue;
+        wxString error;
+        if (!Run(line, error)) {
+            std::fprintf(stderr, "vyr-view: script line %zu: %s: %s\n", m_next,
+                         (const char*)line.utf8_str(), (const char*)error.utf8_str());
+            Finish(1);
+            return;
+        }
+        std::fflush(stdout);
+        if (line == "quit")
+            return;
+        m_timer.StartOnce(kPauseMs);
+        return;
+    }
+    Finish(0);
+}
+
+void ScriptDriver::Finish(int status) {
+    m_timer.Stop();
+    if (status)
+        m_app.SetExitStatus(status);
+    std::fflush(stdout);
+    // A script ends without asking to save: its changes are dropped.
+    for (wxObject* document : m_app.GetDocManager()->GetDocuments())
+        static_cast<wxDocument*>(document)->Modify(false);
+    if (m_app.GetMainFrame())
+        m_app.GetMainFrame()->Close(true);
+}
+
+ViewerDocument* ScriptDriver::CurrentDocument() const {
+    const wxList& documents = m_app.GetDocManager()->GetDocuments();
+    return documents.empty() ? nullptr
+                             : static_cast<ViewerDocument*>(documents.GetLast()->GetData());
+}
+
+DocumentFrame* ScriptDriver::CurrentFrame() const {
+    ViewerDocument* document = CurrentDocument();
+    return document ? document->GetFrame() : nullptr;
+}
+
+DiagramCanvas* ScriptDriver::CurrentCanvas() const {
+    ViewerDocument* document = CurrentDocument();
+    DocumentFrame* frame = CurrentFrame();
+    if (!document || !frame)
+        return nullptr;
+    VyrDiagram* active = document->GetData().GetActiveDiagram();
+    return frame->FindCanvas(active ? active->GetIndex() : 0);
+}
+
+bool ScriptDriver::Run(const wxString& line, wxString& error) {
+    const wxArrayString words = wxStringTokenize(line, " \t", wxTOKEN_STRTOK);
+    const wxString command = words[0];
+    if (command == "quit") {
+        Finish(0);
+        return true;
+    }
+    if (command == "open") {
+        if (words.size() < 2) {
+            error = "needs a FILE";
+            return false;
+        }
+        if (!m_app.GetDocManager()->CreateDocument(Rest(words, 1), wxDOC_SILENT)) {
+            error = "the document was not opened";
+            return false;
+        }
+        return true;
+    }
+
+    ViewerDocument* document = CurrentDocument();
+    DocumentFrame* frame = CurrentFrame();
+    if (!document || !frame) {
+        error = "no document is open";
+        return false;
+    }
+    if (command == "size") {
+        int size[2];
+        if (!ToInts(words, 1, 2, size)) {
+            error = "needs W H";
+            return false;
+        }
+        frame->SetClientSize(size[0], size[1]);
+        frame->Layout();
+        return true;
+    }
+    if (command == "check" || command == "uncheck") {
+        if (!frame->GetSidePanel()->CheckRow(Rest(words, 1), command == "check")) {
+            error = "no such row in the side panel";
+            return false;
+        }
+        return true;
+    }
+    if (command == "select") {
+        if (!frame->GetSidePanel()->SelectRow(Rest(words, 1))) {
+            error = "no such row in the side panel";
+            return false;
+        }
+        return true;
+    }
+    if (command == "scale") {
+        const wxString types[] = {"auto", "standard", "manual"};
+        for (int type = 0; type < 3; ++type)
+            if (words.size() == 2 && words[1] == types[type]) {
+                frame->GetSidePanel()->ChooseScaleType(type);
+                return true;
+            }
+        error = "needs auto, standard or manual";
+        return false;
+    }
+    if (command == "press" || command == "click" || command == "dclick" || command == "drag" ||
+        command == "hover")
+        return Mouse(words, error);
+    if (command == "menu") {
+        if (words.size() != 2) {
+            error = "needs one menu command";
+            return false;
+        }
+        return Menu(words[1], error);
+    }
+    if (command == "diagram") {
+        int index = 0;
+        DiagramCanvas* canvas = nullptr;
+        if (ToInts(words, 1, 1, &index))
+            canvas = frame->FindCanvas(index);
+        if (!canvas || !canvas->GetView()) {
+            error = "no such diagram window";
+            return false;
+        }
+        canvas->GetView()->Activate(true);
+        return true;
+    }
+    if (command == "note")
+        return AddNote(words, error);
+    if (command == "saveas") {
+        if (words.size() < 2 || !document->OnSaveDocument(Rest(words, 1))) {
+            error = "the document was not saved";
+            return false;
+        }
+        return true;
+    }
+    if (command == "export" || command == "screenshot" || command == "grab") {
+        DiagramCanvas* canvas = CurrentCanvas();
+        if (words.size() < 2 || !canvas || !canvas->GetView()) {
+            error = "needs FILE and a diagram window";
+            return false;
+        }
+        const wxString path = Rest(words, 1);
+        bool done = false;
+        if (command == "export") {
+            done = canvas->GetView()->ExportTo(path);
+        } else if (command == "screenshot") {
+            done = canvas->Snapshot().SaveFile(path, wxBITMAP_TYPE_PNG);
+        } else {
+            frame->Raise();
+            frame->Update();
+            const wxRect rect = frame->GetScreenRect();
+            wxBitmap bitmap(rect.width, rect.height, 24);
+            {
+                wxMemoryDC memory(bitmap);
+                wxScreenDC screen;
+                done = memory.Blit(0, 0, rect.width, rect.height, &screen, rect.x, rect.y);
+            }
+            done = done && bitmap.SaveFile(path, wxBITMAP_TYPE_PNG);
+        }
+        if (!done)
+            error = "nothing was written";
+        return done;
+    }
+    if (command == "state") {
+        PrintState();
+        return true;
+    }
+    error = "unknown command";
+    return false;
+}
+
+bool ScriptDriver::Mouse(const wxArrayString& words, wxString& error) {
+    DiagramCanvas* canvas = CurrentCanvas();
+    if (!canvas) {
+        error = "no diagram window";
+        return false;
+    }
+    const wxString command = words[0];
+    int v[4];
+    if (command == "drag") {
+        if (!ToInts(words, 1, 4, v)) {
+            error = "needs X0 Y0 X1 Y1";
+            return false;
+        }
+        const wxPoint from(v[0], v[1]), to(v[2], v[3]);
+        SendMouse(canvas, wxEVT_LEFT_DOWN, from, true);
+        const int steps = 6;
+        for (int i = 1; i <= steps; ++i)
+            SendMouse(canvas, wxEVT_MOTION, from + (to - from) * i / steps, true);
+        SendMouse(canvas, wxEVT_LEFT_UP, to, false);
+        return true;
+    }
+    if (!ToInts(words, 1, 2, v)) {
+        error = "needs X Y";
+        return false;
+    }
+    const wxPoint p(v[0], v[1]);
+    if (command == "hover") {
+        SendMouse(canvas, wxEVT_MOTION, p, false);
+        return true;
+    }
+    SendMouse(canvas, wxEVT_LEFT_DOWN, p, true);
+    SendMouse(canvas, wxEVT_LEFT_UP, p, false);
+    if (command == "dclick") {
+        // The toolkit's order for a double click: down, up, double click, up.
+        SendMouse(canvas, wxEVT_LEFT_DCLICK, p, true);
+        SendMouse(canvas, wxEVT_LEFT_UP, p, false);
+    }
+    return true;
+}
+
+bool ScriptDriver::Menu(const wxString& what, wxString& error) {
+    static const struct {
+        const char* name;
+        int id;
+    } kItems[] = {
+        {"delete", wxID_DELETE},           {"undo", wxID_UNDO},        {"redo", wxID_REDO},
+        {"zoom-normal", ID_ZOOM_NORMAL},   {"next-y", ID_NEXT_Y_UNIT}, {"grid", ID_SHOW_GRID},
+        {"two-diagrams", ID_TWO_DIAGRAMS}, {"save", wxID_SAVE},        {"close", wxID_CLOSE},
+    };
+    DocumentFrame* frame = CurrentFrame();
+    for (const auto& item : kItems) {
+        if (what != item.name)
+            continue;
+        // As when the menu opens: the items' states are brought up to date first, and a
+        // disabled item does nothing.
+        frame->UpdateWindowUI();
+        wxMenuItem* menuItem = frame->GetMenuBar()->FindItem(item.id);
+        if (!menuItem || !menuItem->IsEnabled()) {
+            error = "the menu item is disabled";
+            return false;
+        }
+        frame->ProcessCommand(menuItem);
+        return true;
+    }
+    error = "unknown menu command";
+    return false;
+}
+
+bool ScriptDriver::AddNote(const wxArrayString& words, wxString& error) {
+    ViewerDocument* document = CurrentDocument();
+    long index = -1;
+    if (words.size() < 4 || !words[2].ToLong(&index)) {
+        error = "needs CURVE INDEX TEXT";
+        return false;
+    }
+    VyrBaseData& data = document->GetData();
+    VyrCourbe* courbe = data.FindCourbe(words[1].wc_str());
+    VyrDiagram* diagram = data.GetActiveDiagram();
+    if (!courbe || !diagram || !courbe->GetVx() || !courbe->GetVy() || index < 0 ||
+        index >= courbe->GetVx()->GetSize() || index >= courbe->GetVy()->GetSize()) {
+        error = "no such curve or point";
+        return false;
+    }
+    VyrNote* note = data.CreateNoteEntity();
+    note->SetType(VYR_NOTE_ANNOTATION);
+    note->SetText(Rest(words, 3));
+    note->SetPointIndex(static_cast<int>(index));
+    // The box goes up and right of its point, in the curve's units.
+    const wxPoint point = diagram->RealToPixelCourbe(courbe, courbe->GetVx()->GetVal(index),
+                                                     courbe->GetVy()->GetVal(index));
+    const wxRealPoint box = diagram->PixelToRealCourbe(courbe, point.x + 40, point.y - 60);
+    note->SetPosition(box.x, box.y);
+    courbe->AddNote(note);
+    document->Modify(true);
+    document->UpdateAllViews();
+    return true;
+}
+
+void ScriptDriver::PrintState() {
+    ViewerDocument* document = CurrentDocument();
+    DocumentFrame* frame = CurrentFrame();
+    VyrBaseData& data = document->GetData();
+    VyrDiagram* diagram = data.GetActiveDiagram();
+    Print("title", frame->GetTitle());
+    Print("modified", document->IsModified() ? "yes" : "no");
+    Print("diagrams", wxString::Format("%d", data.GetDiagramCount()));
+    Print("windows",
+          wxString::Format("%d", (frame->FindCanvas(0) ? 1 : 0) + (frame->FindCanvas(1) ? 1 : 0)));
+    Print("active-diagram", diagram ? wxString::Format("%d", diagram->GetIndex()) : "none");
+    Print("listed", Join(frame->GetSidePanel()->GetListedCurves(false)));
+    Print("checked", Join(frame->GetSidePanel()->GetListedCurves(true)));
+    wxArrayString plotted;
+    if (diagram)
+        for (VyrCourbe* courbe : diagram->GetPlottedCourbes())
+            plotted.Add(courbe->GetName());
+    Print("plotted", Join(plotted));
+    Print("zoomed", diagram && diagram->IsZoomed() ? "yes" : "no");
+    Print("scale", diagram ? wxString::Format("%d", diagram->GetTypeScale()) : "none");
+    Print("panel-scale", wxString::Format("%d", frame->GetSidePanel()->GetScaleChoice()));
+    Print("uy", diagram ? diagram->GetUy() : wxString());
+    if (diagram) {
+        const VyrScale* s = diagram->GetCurrentScale();
+        Print("current-scale", wxString::Format("%g %g %g %g", s->GetXmin(), s->GetXmax(),
+                                                s->GetYmin(), s->GetYmax()));
+    }
+    Print("selection", document->DescribeSelection());
+    int notes = 0;
+    for (auto* node = data.GetEntityList().GetFirst(); node; node = node->GetNext())
+        notes += node->GetData()->GetKind() == VYR_KIND_NOTE;
+    Print("notes", wxString::Format("%d", notes));
+    VyrCourbe* courbe = nullptr;
+    if (VyrNote* note = document->GetSelectedNote(&courbe))
+        Print("selected-note", wxString::Format("state %d at %g %g", note->GetState(),
+                                                note->GetPositionX(), note->GetPositionY()));
+    wxCommandProcessor* processor = document->GetCommandProcessor();
+    Print("can-undo", processor && processor->CanUndo() ? "yes" : "no");
+    Print("can-redo", processor && processor->CanRedo() ? "yes" : "no");
+    Print("status", frame->GetStatusBar()->GetStatusText(0) + " | " +
+                        frame->GetStatusBar()->GetStatusText(1));
+}
