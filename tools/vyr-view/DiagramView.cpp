@@ -60,6 +60,8 @@ bool DiagramView::OnCreate(wxDocument* doc, long) {
     m_diagram = document->GetData().GetDiagram(m_index);
     if (m_diagram)
         m_diagram->AddObserver(this);
+    // The window may have had its size before it had a diagram.
+    m_canvas->FitDiagram();
     frame->Show();
     Activate(true);
     return true;

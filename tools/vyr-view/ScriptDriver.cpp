@@ -5,6 +5,7 @@
 #include <wx/cmdproc.h>
 #include <wx/dcmemory.h>
 #include <wx/dcscreen.h>
+#include <wx/filefn.h>
 #include <wx/docview.h>
 #include <wx/menu.h>
 #include <wx/textfile.h>
@@ -226,13 +227,23 @@ bool ScriptDriver::Run(const wxString& line, wxString& error) {
         canvas->GetView()->Activate(true);
         return true;
     }
+    if (command == "close-window") {
+        // As the window's close button; a script never answers whether to save.
+        document->Modify(false);
+        frame->Close();
+        return true;
+    }
     if (command == "note")
         return AddNote(words, error);
     if (command == "saveas") {
-        if (words.size() < 2 || !document->OnSaveDocument(Rest(words, 1))) {
+        // What Save As does once its dialog has answered.
+        const wxString path = Rest(words, 1);
+        if (path.empty() || !document->OnSaveDocument(path)) {
             error = "the document was not saved";
             return false;
         }
+        document->SetTitle(wxFileNameFromPath(path));
+        document->SetFilename(path, true);
         return true;
     }
     if (command == "export" || command == "screenshot" || command == "grab") {
@@ -327,6 +338,9 @@ bool ScriptDriver::Menu(const wxString& what, wxString& error) {
         // As when the menu opens: the items' states are brought up to date first, and a
         // disabled item does nothing.
         frame->UpdateWindowUI();
+        if (item.id == wxID_CLOSE)
+            // A script never answers the question whether to save: closing drops the changes.
+            CurrentDocument()->Modify(false);
         wxMenuItem* menuItem = frame->GetMenuBar()->FindItem(item.id);
         if (!menuItem || !menuItem->IsEnabled()) {
             error = "the menu item is disabled";
@@ -379,6 +393,13 @@ void ScriptDriver::PrintState() {
     Print("diagrams", wxString::Format("%d", data.GetDiagramCount()));
     Print("windows",
           wxString::Format("%d", (frame->FindCanvas(0) ? 1 : 0) + (frame->FindCanvas(1) ? 1 : 0)));
+    // Where the active diagram's window lies in the picture that "grab" takes.
+    if (DiagramCanvas* canvas = CurrentCanvas()) {
+        const wxRect rect(canvas->GetScreenPosition() - frame->GetScreenPosition(),
+                          canvas->GetClientSize());
+        Print("window-canvas",
+              wxString::Format("%d %d %d %d", rect.x, rect.y, rect.width, rect.height));
+    }
     Print("active-diagram", diagram ? wxString::Format("%d", diagram->GetIndex()) : "none");
     Print("listed", Join(frame->GetSidePanel()->GetListedCurves(false)));
     Print("checked", Join(frame->GetSidePanel()->GetListedCurves(true)));

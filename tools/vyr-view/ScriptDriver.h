@@ -13,6 +13,9 @@
 //   press X Y | drag X0 Y0 X1 Y1 | click X Y | dclick X Y | hover X Y
 //                          mouse in the active diagram's window (client pixels)
 //   menu delete|undo|redo|zoom-normal|next-y|grid|two-diagrams|save|close
+//                          (close drops the changes: a script never answers questions)
+//   close-window           closes the document's window as its close button does (dropping
+//                          the changes)
 //   diagram N              makes diagram N (0 or 1) the active one, as a click in its window
 //   note CURVE INDEX TEXT  adds a note to point INDEX of a curve (a fixture for note tests)
 //   saveas FILE            saves under a new name (Save As without the dialog)
