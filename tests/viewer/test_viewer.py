@@ -206,6 +206,18 @@ class ViewerTest(unittest.TestCase):
         with open(run.path("before.png"), "rb") as a, open(run.path("zoomed.png"), "rb") as b:
             self.assertNotEqual(a.read(), b.read())
 
+    def test_the_real_mouse_zooms_and_restores_through_the_display(self):
+        # The same gestures through the display server (the toolkit's UI simulator): the window
+        # takes the pointer, holds it while the button is down, and gets a real double click.
+        run = self.run_viewer(["state", "real-drag 200 150 400 350", "state",
+                               "real-dclick 300 300", "state"])
+        before, zoomed, restored = run.states
+        self.assertEqual(zoomed["zoomed"], "yes")
+        x0, x1, _, _ = map(float, before["current-scale"].split())
+        z0, z1, _, _ = map(float, zoomed["current-scale"].split())
+        self.assertTrue(x0 < z0 < z1 < x1, zoomed["current-scale"])
+        self.assertEqual(restored["zoomed"], "no")
+
     def test_a_small_drag_is_a_click_and_does_not_zoom(self):
         run = self.run_viewer(["drag 300 300 302 301", "state"])
         self.assertEqual(run.states[0]["zoomed"], "no")

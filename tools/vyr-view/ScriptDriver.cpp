@@ -10,6 +10,7 @@
 #include <wx/menu.h>
 #include <wx/textfile.h>
 #include <wx/tokenzr.h>
+#include <wx/uiaction.h>
 
 #include "DiagramCanvas.h"
 #include "DiagramView.h"
@@ -146,140 +147,171 @@ DiagramCanvas* ScriptDriver::CurrentCanvas() const {
     return frame->FindCanvas(active ? active->GetIndex() : 0);
 }
 
+// Every command: its name, whether it needs an open document, and what runs it.
+const ScriptDriver::CommandEntry ScriptDriver::kCommands[] = {
+    {"quit", false, &ScriptDriver::Quit},
+    {"open", false, &ScriptDriver::Open},
+    {"size", true, &ScriptDriver::Size},
+    {"check", true, &ScriptDriver::Check},
+    {"uncheck", true, &ScriptDriver::Check},
+    {"select", true, &ScriptDriver::SelectRow},
+    {"scale", true, &ScriptDriver::Scale},
+    {"press", true, &ScriptDriver::Mouse},
+    {"click", true, &ScriptDriver::Mouse},
+    {"dclick", true, &ScriptDriver::Mouse},
+    {"drag", true, &ScriptDriver::Mouse},
+    {"hover", true, &ScriptDriver::Mouse},
+    {"real-drag", true, &ScriptDriver::RealMouse},
+    {"real-dclick", true, &ScriptDriver::RealMouse},
+    {"menu", true, &ScriptDriver::Menu},
+    {"diagram", true, &ScriptDriver::ActivateDiagram},
+    {"close-window", true, &ScriptDriver::CloseWindow},
+    {"note", true, &ScriptDriver::AddNote},
+    {"saveas", true, &ScriptDriver::SaveAs},
+    {"export", true, &ScriptDriver::Picture},
+    {"screenshot", true, &ScriptDriver::Picture},
+    {"grab", true, &ScriptDriver::Picture},
+    {"state", true, &ScriptDriver::State},
+};
+
 bool ScriptDriver::Run(const wxString& line, wxString& error) {
     const wxArrayString words = wxStringTokenize(line, " \t", wxTOKEN_STRTOK);
-    const wxString command = words[0];
-    if (command == "quit") {
-        Finish(0);
-        return true;
-    }
-    if (command == "open") {
-        if (words.size() < 2) {
-            error = "needs a FILE";
+    for (const CommandEntry& entry : kCommands) {
+        if (words[0] != entry.name)
+            continue;
+        if (entry.needsDocument && !CurrentFrame()) {
+            error = "no document is open";
             return false;
         }
-        if (!m_app.GetDocManager()->CreateDocument(Rest(words, 1), wxDOC_SILENT)) {
-            error = "the document was not opened";
-            return false;
-        }
-        return true;
-    }
-
-    ViewerDocument* document = CurrentDocument();
-    DocumentFrame* frame = CurrentFrame();
-    if (!document || !frame) {
-        error = "no document is open";
-        return false;
-    }
-    if (command == "size") {
-        int size[2];
-        if (!ToInts(words, 1, 2, size)) {
-            error = "needs W H";
-            return false;
-        }
-        frame->SetClientSize(size[0], size[1]);
-        frame->Layout();
-        return true;
-    }
-    if (command == "check" || command == "uncheck") {
-        if (!frame->GetSidePanel()->CheckRow(Rest(words, 1), command == "check")) {
-            error = "no such row in the side panel";
-            return false;
-        }
-        return true;
-    }
-    if (command == "select") {
-        if (!frame->GetSidePanel()->SelectRow(Rest(words, 1))) {
-            error = "no such row in the side panel";
-            return false;
-        }
-        return true;
-    }
-    if (command == "scale") {
-        const wxString types[] = {"auto", "standard", "manual"};
-        for (int type = 0; type < 3; ++type)
-            if (words.size() == 2 && words[1] == types[type]) {
-                frame->GetSidePanel()->ChooseScaleType(type);
-                return true;
-            }
-        error = "needs auto, standard or manual";
-        return false;
-    }
-    if (command == "press" || command == "click" || command == "dclick" || command == "drag" ||
-        command == "hover")
-        return Mouse(words, error);
-    if (command == "menu") {
-        if (words.size() != 2) {
-            error = "needs one menu command";
-            return false;
-        }
-        return Menu(words[1], error);
-    }
-    if (command == "diagram") {
-        int index = 0;
-        DiagramCanvas* canvas = nullptr;
-        if (ToInts(words, 1, 1, &index))
-            canvas = frame->FindCanvas(index);
-        if (!canvas || !canvas->GetView()) {
-            error = "no such diagram window";
-            return false;
-        }
-        canvas->GetView()->Activate(true);
-        return true;
-    }
-    if (command == "close-window") {
-        // As the window's close button; a script never answers whether to save.
-        document->Modify(false);
-        frame->Close();
-        return true;
-    }
-    if (command == "note")
-        return AddNote(words, error);
-    if (command == "saveas") {
-        // What Save As does once its dialog has answered.
-        const wxString path = Rest(words, 1);
-        if (path.empty() || !document->OnSaveDocument(path)) {
-            error = "the document was not saved";
-            return false;
-        }
-        document->SetTitle(wxFileNameFromPath(path));
-        document->SetFilename(path, true);
-        return true;
-    }
-    if (command == "export" || command == "screenshot" || command == "grab") {
-        DiagramCanvas* canvas = CurrentCanvas();
-        if (words.size() < 2 || !canvas || !canvas->GetView()) {
-            error = "needs FILE and a diagram window";
-            return false;
-        }
-        const wxString path = Rest(words, 1);
-        bool done = false;
-        if (command == "export") {
-            done = canvas->GetView()->ExportTo(path);
-        } else if (command == "screenshot") {
-            done = canvas->Snapshot().SaveFile(path, wxBITMAP_TYPE_PNG);
-        } else {
-            frame->Raise();
-            frame->Update();
-            const wxRect rect = frame->GetScreenRect();
-            wxBitmap bitmap(rect.width, rect.height, 24);
-            {
-                wxMemoryDC memory(bitmap);
-                wxScreenDC screen;
-                done = memory.Blit(0, 0, rect.width, rect.height, &screen, rect.x, rect.y);
-            }
-            done = done && bitmap.SaveFile(path, wxBITMAP_TYPE_PNG);
-        }
-        if (!done)
-            error = "nothing was written";
-        return done;
-    }
-    if (command == "state") {
-        PrintState();
-        return true;
+        return (this->*entry.run)(words, error);
     }
     error = "unknown command";
     return false;
+}
+
+bool ScriptDriver::Quit(const wxArrayString&, wxString&) {
+    Finish(0);
+    return true;
+}
+
+bool ScriptDriver::Open(const wxArrayString& words, wxString& error) {
+    if (words.size() < 2) {
+        error = "needs a FILE";
+        return false;
+    }
+    if (!m_app.GetDocManager()->CreateDocument(Rest(words, 1), wxDOC_SILENT)) {
+        error = "the document was not opened";
+        return false;
+    }
+    return true;
+}
+
+bool ScriptDriver::Size(const wxArrayString& words, wxString& error) {
+    int size[2];
+    if (!ToInts(words, 1, 2, size)) {
+        error = "needs W H";
+        return false;
+    }
+    DocumentFrame* frame = CurrentFrame();
+    frame->SetClientSize(size[0], size[1]);
+    frame->Layout();
+    return true;
+}
+
+bool ScriptDriver::Check(const wxArrayString& words, wxString& error) {
+    if (!CurrentFrame()->GetSidePanel()->CheckRow(Rest(words, 1), words[0] == "check")) {
+        error = "no such row in the side panel";
+        return false;
+    }
+    return true;
+}
+
+bool ScriptDriver::SelectRow(const wxArrayString& words, wxString& error) {
+    if (!CurrentFrame()->GetSidePanel()->SelectRow(Rest(words, 1))) {
+        error = "no such row in the side panel";
+        return false;
+    }
+    return true;
+}
+
+bool ScriptDriver::Scale(const wxArrayString& words, wxString& error) {
+    const char* const types[] = {"auto", "standard", "manual"};
+    for (int type = 0; type < 3; ++type)
+        if (words.size() == 2 && words[1] == types[type]) {
+            CurrentFrame()->GetSidePanel()->ChooseScaleType(type);
+            return true;
+        }
+    error = "needs auto, standard or manual";
+    return false;
+}
+
+bool ScriptDriver::ActivateDiagram(const wxArrayString& words, wxString& error) {
+    int index = 0;
+    DiagramCanvas* canvas = nullptr;
+    if (ToInts(words, 1, 1, &index))
+        canvas = CurrentFrame()->FindCanvas(index);
+    if (!canvas || !canvas->GetView()) {
+        error = "no such diagram window";
+        return false;
+    }
+    canvas->GetView()->Activate(true);
+    return true;
+}
+
+bool ScriptDriver::CloseWindow(const wxArrayString&, wxString&) {
+    // As the window's close button; a script never answers whether to save.
+    CurrentDocument()->Modify(false);
+    CurrentFrame()->Close();
+    return true;
+}
+
+bool ScriptDriver::SaveAs(const wxArrayString& words, wxString& error) {
+    // What Save As does once its dialog has answered.
+    ViewerDocument* document = CurrentDocument();
+    const wxString path = Rest(words, 1);
+    if (path.empty() || !document->OnSaveDocument(path)) {
+        error = "the document was not saved";
+        return false;
+    }
+    document->SetTitle(wxFileNameFromPath(path));
+    document->SetFilename(path, true);
+    return true;
+}
+
+bool ScriptDriver::Picture(const wxArrayString& words, wxString& error) {
+    DiagramCanvas* canvas = CurrentCanvas();
+    if (words.size() < 2 || !canvas || !canvas->GetView()) {
+        error = "needs FILE and a diagram window";
+        return false;
+    }
+    const wxString path = Rest(words, 1);
+    bool done = false;
+    if (words[0] == "export") {
+        done = canvas->GetView()->ExportTo(path);
+    } else if (words[0] == "screenshot") {
+        done = canvas->Snapshot().SaveFile(path, wxBITMAP_TYPE_PNG);
+    } else {
+        // What the screen shows of the document's window.
+        DocumentFrame* frame = CurrentFrame();
+        frame->Raise();
+        frame->Update();
+        const wxRect rect = frame->GetScreenRect();
+        wxBitmap bitmap(rect.width, rect.height, 24);
+        {
+            wxMemoryDC memory(bitmap);
+            wxScreenDC screen;
+            done = memory.Blit(0, 0, rect.width, rect.height, &screen, rect.x, rect.y);
+        }
+        done = done && bitmap.SaveFile(path, wxBITMAP_TYPE_PNG);
+    }
+    if (!done)
+        error = "nothing was written";
+    return done;
+}
+
+bool ScriptDriver::State(const wxArrayString&, wxString&) {
+    PrintState();
+    return true;
 }
 
 bool ScriptDriver::Mouse(const wxArrayString& words, wxString& error) {
@@ -322,7 +354,40 @@ bool ScriptDriver::Mouse(const wxArrayString& words, wxString& error) {
     return true;
 }
 
-bool ScriptDriver::Menu(const wxString& what, wxString& error) {
+bool ScriptDriver::RealMouse(const wxArrayString& words, wxString& error) {
+    DiagramCanvas* canvas = CurrentCanvas();
+    int v[4];
+    const bool drag = words[0] == "real-drag";
+    if (!canvas || !ToInts(words, 1, drag ? 4 : 2, v)) {
+        error = drag ? "needs X0 Y0 X1 Y1 and a diagram window" : "needs X Y and a diagram window";
+        return false;
+    }
+    // Through the display server, as a person's mouse: the events arrive in the event loop
+    // before the next command runs.
+    wxUIActionSimulator mouse;
+    const wxPoint from = canvas->ClientToScreen(wxPoint(v[0], v[1]));
+    bool sent = mouse.MouseMove(from);
+    if (drag) {
+        const wxPoint to = canvas->ClientToScreen(wxPoint(v[2], v[3]));
+        sent = sent && mouse.MouseDown();
+        const int steps = 6;
+        for (int i = 1; i <= steps; ++i)
+            sent = sent && mouse.MouseMove(from + (to - from) * i / steps);
+        sent = sent && mouse.MouseUp();
+    } else {
+        sent = sent && mouse.MouseDblClick();
+    }
+    if (!sent)
+        error = "the display refused the simulated mouse";
+    return sent;
+}
+
+bool ScriptDriver::Menu(const wxArrayString& words, wxString& error) {
+    if (words.size() != 2) {
+        error = "needs one menu command";
+        return false;
+    }
+    const wxString what = words[1];
     static const struct {
         const char* name;
         int id;

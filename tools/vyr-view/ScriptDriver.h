@@ -11,7 +11,10 @@
 //   select NAME            selects a curve or an experiment in the side panel
 //   scale auto|standard|manual
 //   press X Y | drag X0 Y0 X1 Y1 | click X Y | dclick X Y | hover X Y
-//                          mouse in the active diagram's window (client pixels)
+//                          mouse in the active diagram's window (client pixels), as mouse
+//                          events sent to the window
+//   real-drag X0 Y0 X1 Y1 | real-dclick X Y
+//                          the same through the display server (the toolkit's UI simulator)
 //   menu delete|undo|redo|zoom-normal|next-y|grid|two-diagrams|save|close
 //                          (close drops the changes: a script never answers questions)
 //   close-window           closes the document's window as its close button does (dropping
@@ -56,9 +59,30 @@ private:
     ViewerDocument* CurrentDocument() const;
     DocumentFrame* CurrentFrame() const;
     DiagramCanvas* CurrentCanvas() const;
+
+    // The commands, each given the line's words (the command first).
+    typedef bool (ScriptDriver::*Command)(const wxArrayString& words, wxString& error);
+    struct CommandEntry {
+        const char* name;
+        bool needsDocument;
+        Command run;
+    };
+    static const CommandEntry kCommands[];
+    bool Quit(const wxArrayString& words, wxString& error);
+    bool Open(const wxArrayString& words, wxString& error);
+    bool Size(const wxArrayString& words, wxString& error);
+    bool Check(const wxArrayString& words, wxString& error);
+    bool SelectRow(const wxArrayString& words, wxString& error);
+    bool Scale(const wxArrayString& words, wxString& error);
     bool Mouse(const wxArrayString& words, wxString& error);
-    bool Menu(const wxString& what, wxString& error);
+    bool RealMouse(const wxArrayString& words, wxString& error);
+    bool Menu(const wxArrayString& words, wxString& error);
+    bool ActivateDiagram(const wxArrayString& words, wxString& error);
+    bool CloseWindow(const wxArrayString& words, wxString& error);
     bool AddNote(const wxArrayString& words, wxString& error);
+    bool SaveAs(const wxArrayString& words, wxString& error);
+    bool Picture(const wxArrayString& words, wxString& error);
+    bool State(const wxArrayString& words, wxString& error);
     void PrintState();
 
     ViewerApp& m_app;
