@@ -302,6 +302,43 @@ class ViewerTest(unittest.TestCase):
         return {tuple(rows[y][x * channels:x * channels + 3])
                 for y in range(height) for x in range(width)}
 
+    # ---- interval tools --------------------------------------------------------------------
+
+    def test_a_click_near_an_interval_tool_selects_it_and_one_inside_does_not(self):
+        run = self.run_viewer(["interval 0.004 -1.5 0.006 1.5 T", "state",
+                               "screenshot tool.png"])
+        state = run.states[0]
+        width, height = png_size(run.path("tool.png"))
+        xmin, xmax, ymin, ymax = map(float, state["current-scale"].split())
+        left, top = PLOT_MARGIN, PLOT_MARGIN
+        right, bottom = width - PLOT_MARGIN - 1, height - PLOT_MARGIN - 1
+
+        def pixel(x, y):
+            return (round(left + (x - xmin) * (right - left) / (xmax - xmin)),
+                    round(bottom + (y - ymin) * (top - bottom) / (ymax - ymin)))
+
+        edge_x, middle_y = pixel(0.004, 0.0)
+        # Inside, away from both curves and more than 20 pixels from every edge.
+        inside_x, inside_y = pixel(0.0048, 0.5)
+        self.assertGreater(inside_x - edge_x, 20)
+        self.assertGreater(pixel(0.006, 0.0)[0] - inside_x, 20)
+        self.assertGreater(inside_y - pixel(0.0, 1.5)[1], 20)
+        run = self.run_viewer([
+            "interval 0.004 -1.5 0.006 1.5 T",
+            # 5 pixels left of the tool's left edge: caught.
+            "click %d %d" % (edge_x - 5, middle_y), "state", "screenshot selected.png",
+            # Deep inside it is more than 20 pixels from every edge: missed, and the selection
+            # goes.
+            "click %d %d" % (inside_x, inside_y), "state"])
+        near, inside = run.states
+        self.assertEqual(near["selection"], "interval tool T")
+        self.assertEqual(inside["selection"], "")
+        # An interval tool is not deleted through the undoable commands: Delete stays off.
+        run = self.run_viewer(["interval 0.004 -1.5 0.006 1.5 T",
+                               "click %d %d" % (edge_x - 5, middle_y), "menu delete"],
+                              expect_status=1)
+        self.assertIn("the menu item is disabled", run.err)
+
     # ---- deleting with undo ----------------------------------------------------------------
 
     def test_deleting_a_curve_can_be_undone_and_redone(self):

@@ -1,6 +1,5 @@
 #include "DiagramView.h"
 
-#include <wx/cmdproc.h>
 #include <wx/filedlg.h>
 #include <wx/log.h>
 
@@ -92,12 +91,6 @@ void DiagramView::OnActivateView(bool activate, wxView*, wxView*) {
         return;
     document->MakeActive();
     document->GetData().SetActiveDiagram(m_diagram);
-    if (DocumentFrame* frame = GetDocumentFrame()) {
-        if (wxCommandProcessor* processor = document->GetCommandProcessor()) {
-            processor->SetEditMenu(frame->GetEditMenu());
-            processor->Initialize();
-        }
-    }
 }
 
 void DiagramView::OnChangeFilename() {

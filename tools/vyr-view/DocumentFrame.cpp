@@ -51,12 +51,13 @@ wxMenuBar* DocumentFrame::MakeMenuBar() {
     file->AppendSeparator();
     file->Append(wxID_EXIT, "E&xit\tCtrl+Q");
 
-    m_editMenu = new wxMenu;
-    m_editMenu->Append(wxID_UNDO, "&Undo\tCtrl+Z");
-    m_editMenu->Append(wxID_REDO, "&Redo\tCtrl+Y");
-    m_editMenu->AppendSeparator();
-    m_editMenu->Append(wxID_DELETE, "&Delete\tDel",
-                       "Delete the selected curve, experiment or note");
+    // Undo and Redo keep their plain labels: the commands are named by a translation key
+    // ("IDS_MENU_SUPPRIMER") whose catalogue belongs to the full application.
+    auto* edit = new wxMenu;
+    edit->Append(wxID_UNDO, "&Undo\tCtrl+Z");
+    edit->Append(wxID_REDO, "&Redo\tCtrl+Y");
+    edit->AppendSeparator();
+    edit->Append(wxID_DELETE, "&Delete\tDel", "Delete the selected curve, experiment or note");
 
     auto* view = new wxMenu;
     view->Append(ID_ZOOM_NORMAL, "&Normal zoom\tCtrl+0");
@@ -70,7 +71,7 @@ wxMenuBar* DocumentFrame::MakeMenuBar() {
 
     auto* bar = new wxMenuBar;
     bar->Append(file, "&File");
-    bar->Append(m_editMenu, "&Edit");
+    bar->Append(edit, "&Edit");
     bar->Append(view, "&View");
     bar->Append(help, "&Help");
     return bar;

@@ -25,7 +25,6 @@ public:
     DiagramCanvas* FindCanvas(int index) const;
 
     SidePanel* GetSidePanel() const { return m_panel; }
-    wxMenu* GetEditMenu() const { return m_editMenu; }
     // Null once the document's views are gone.
     ViewerDocument* GetViewerDocument() const;
 
@@ -43,7 +42,6 @@ private:
     SidePanel* m_panel = nullptr;
     wxWindow* m_diagramArea = nullptr;
     wxBoxSizer* m_diagramSizer = nullptr;
-    wxMenu* m_editMenu = nullptr;
 
     wxDECLARE_CLASS(DocumentFrame);
 };

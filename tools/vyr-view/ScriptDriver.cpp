@@ -22,6 +22,7 @@
 #include "ViewerIds.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrNote.h"
+#include "vyrbase/data/VyrOutilInterval.h"
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/diagram/VyrDiagram.h"
 
@@ -95,6 +96,9 @@ void ScriptDriver::Start() {
 }
 
 void ScriptDriver::OnTimer(wxTimerEvent&) {
+    // What the last command left for later (side panel rebuilds, a second diagram's view) is
+    // done before the next command looks: a busy machine may run this timer first.
+    m_app.ProcessPendingEvents();
     while (m_next < m_lines.size()) {
         const wxString line = m_lines[m_next++].Strip(wxString::both);
         if (line.empty() || line.StartsWith("#"))
@@ -167,6 +171,7 @@ const ScriptDriver::CommandEntry ScriptDriver::kCommands[] = {
     {"diagram", true, &ScriptDriver::ActivateDiagram},
     {"close-window", true, &ScriptDriver::CloseWindow},
     {"note", true, &ScriptDriver::AddNote},
+    {"interval", true, &ScriptDriver::AddInterval},
     {"saveas", true, &ScriptDriver::SaveAs},
     {"export", true, &ScriptDriver::Picture},
     {"screenshot", true, &ScriptDriver::Picture},
@@ -443,6 +448,31 @@ bool ScriptDriver::AddNote(const wxArrayString& words, wxString& error) {
     const wxRealPoint box = diagram->PixelToRealCourbe(courbe, point.x + 40, point.y - 60);
     note->SetPosition(box.x, box.y);
     courbe->AddNote(note);
+    document->Modify(true);
+    document->UpdateAllViews();
+    return true;
+}
+
+bool ScriptDriver::AddInterval(const wxArrayString& words, wxString& error) {
+    double v[4];
+    for (size_t i = 0; i < 4; ++i)
+        if (words.size() < 6 || !words[i + 1].ToCDouble(&v[i])) {
+            error = "needs X0 Y0 X1 Y1 LABEL";
+            return false;
+        }
+    ViewerDocument* document = CurrentDocument();
+    VyrDiagram* diagram = document->GetData().GetActiveDiagram();
+    if (!diagram) {
+        error = "no active diagram";
+        return false;
+    }
+    // In the active diagram's main units; the document keeps a copy of the model.
+    VyrOutilInterval model(0, nullptr);
+    model.SetEtiq1(Rest(words, 5));
+    model.SetAbs(diagram->GetUx());
+    model.SetOrd(diagram->GetUy());
+    model.SetPoints(v[0], v[1], v[2], v[3]);
+    document->GetData().AddOutilIntervalEntity(&model);
     document->Modify(true);
     document->UpdateAllViews();
     return true;
