@@ -473,6 +473,12 @@ class ViewerTest(unittest.TestCase):
         run = self.run_viewer(["open notes.vyr"], open_sample=False, expect_status=1)
         self.assertIn("notes.vyr: not a document", run.err)
 
+    def test_a_missing_script_is_reported(self):
+        done = subprocess.run([VIEWER, "--script", "nowhere.txt"], cwd=self.folder,
+                              capture_output=True, text=True, timeout=90)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn("vyr-view: nowhere.txt: cannot open the script", done.stderr)
+
     def test_unknown_commands_stop_the_script(self):
         run = self.run_viewer(["fly away", "state"], expect_status=1)
         self.assertIn("script line 2: fly away: unknown command", run.err)

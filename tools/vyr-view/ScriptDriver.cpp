@@ -83,11 +83,8 @@ bool ScriptDriver::Load(const wxString& path) {
                      (const char*)path.utf8_str());
         return false;
     }
-    for (wxString line = file.GetFirstLine(); !file.Eof(); line = file.GetNextLine())
-        m_lines.Add(line);
-    // GetNextLine leaves the last line out of the loop above.
-    if (file.GetLineCount() > m_lines.size())
-        m_lines.Add(file.GetLastLine());
+    for (size_t i = 0; i < file.GetLineCount(); ++i)
+        m_lines.Add(file[i]);
     return true;
 }
 
