@@ -10,6 +10,7 @@
 #include <wx/pen.h>
 
 #include "diagram/VyrCurvePoints.h"
+#include "diagram/VyrDiagramScaleGuard.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrOutilInterval.h"
 #include "vyrbase/diagram/VyrDiagram.h"
@@ -31,18 +32,17 @@ void VyrDiagram::PaintOutilIntervals(wxDC* dc) {
     VyrBaseData* active = VyrBaseData::GetActiveBase();
     if (!dc || !active)
         return;
-    const VyrScale saved = m_currentScale;
+    // Each tool is drawn in its own units' ranges; the main range comes back at the end.
+    VyrDiagramScaleGuard guard(*this);
     wxVyrListEntityNode* node = active->GetFirstEntityNode(VYR_KIND_OUTIL_INTERVAL);
     while (node) {
-        auto* tool = static_cast<VyrOutilInterval*>(
-            active->GetNextEntity(&node, VYR_KIND_OUTIL_INTERVAL));
+        auto* tool =
+            static_cast<VyrOutilInterval*>(active->GetNextEntity(&node, VYR_KIND_OUTIL_INTERVAL));
         if (!tool || tool->GetAbs() != m_sUx)
             continue;
         if (SetCurrentScaleForUnits(tool->GetAbs(), tool->GetOrd()))
             PaintOutilInterval(dc, tool);
     }
-    m_currentScale = saved;
-    UpdateWorld();
 }
 
 void VyrDiagram::PaintOutilInterval(wxDC* dc, VyrOutilInterval* tool) {
@@ -97,8 +97,8 @@ void VyrDiagram::PaintOutilInterval(wxDC* dc, VyrOutilInterval* tool) {
         const int topmost = std::min(b, d);
 
         // Width label, centred over the rectangle, normally 5 pixels above it.
-        const wxString across = wxString::Format(
-            "%s %s", FormatValueOnGraph(std::fabs(x1 - x0), true), tool->GetAbs());
+        const wxString across =
+            wxString::Format("%s %s", FormatValueOnGraph(std::fabs(x1 - x0), true), tool->GetAbs());
         wxCoord w = 0;
         wxCoord h = 0;
         dc->GetTextExtent(across, &w, &h);

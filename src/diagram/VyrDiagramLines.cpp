@@ -35,7 +35,7 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
     bool haveRun = false;
     wxPoint first, last;  // first and last point of the current column run
     int low = 0, high = 0;
-    bool repeated = false;  // the run holds more than one point
+    bool repeated = false;    // the run holds more than one point
     wxPoint previous(-1, 0);  // the last point of the run before (x == -1: none)
 
     auto flush = [&]() {
@@ -142,11 +142,10 @@ void VyrDiagram::PaintCurveHVSegment(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
     const wxPoint origin = m_ptOrigin;
-    ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}),
-                      [&](const wxPoint& p) {
-                          dc->DrawLine(p.x, p.y, p.x, origin.y);
-                          dc->DrawLine(p.x, p.y, origin.x, p.y);
-                      });
+    ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}), [&](const wxPoint& p) {
+        dc->DrawLine(p.x, p.y, p.x, origin.y);
+        dc->DrawLine(p.x, p.y, origin.x, p.y);
+    });
 }
 
 void VyrDiagram::PaintCurveVLine(wxDC* dc, VyrCourbe* courbe) {
@@ -171,11 +170,10 @@ void VyrDiagram::PaintCurveHVLine(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
     const wxRect& r = m_rectPlot;
-    ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}),
-                      [&](const wxPoint& p) {
-                          dc->DrawLine(p.x, r.y, p.x, r.y + r.height - 1);
-                          dc->DrawLine(r.x, p.y, r.x + r.width - 1, p.y);
-                      });
+    ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}), [&](const wxPoint& p) {
+        dc->DrawLine(p.x, r.y, p.x, r.y + r.height - 1);
+        dc->DrawLine(r.x, p.y, r.x + r.width - 1, p.y);
+    });
 }
 
 // Each point as a 1-pixel vertical line to the X axis in the colour of its wavelength (the X

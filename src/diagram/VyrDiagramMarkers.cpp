@@ -20,9 +20,9 @@ enum class Marker { Point, Plus, Cross, Square, Circle, Lozenge };
 
 // How a marker's pen and brush are made; r = curve width + line scale, w = curve width.
 struct MarkerTool {
-    bool thinPen;      // pen width = line scale (else curve width x line scale)
-    bool flatCaps;     // butt caps and mitre joins, so the strokes end exactly where asked
-    int brush;         // 0 unchanged, 1 transparent, 2 solid in the curve's colour
+    bool thinPen;   // pen width = line scale (else curve width x line scale)
+    bool flatCaps;  // butt caps and mitre joins, so the strokes end exactly where asked
+    int brush;      // 0 unchanged, 1 transparent, 2 solid in the curve's colour
 };
 
 MarkerTool ToolOf(Marker marker) {

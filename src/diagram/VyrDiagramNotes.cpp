@@ -103,8 +103,7 @@ void VyrDiagram::PaintTitre(wxDC* dc) {
     const wxFont oldFont = dc->GetFont();
     const wxColour oldText = dc->GetTextForeground();
     dc->SetPen(wxPen(selected ? highlight : kTitreOrange, m_iLineScale, wxPENSTYLE_SOLID));
-    dc->SetBrush(
-        wxBrush(selected ? highlight : GetInnerColor(kTitreOrange), wxBRUSHSTYLE_SOLID));
+    dc->SetBrush(wxBrush(selected ? highlight : GetInnerColor(kTitreOrange), wxBRUSHSTYLE_SOLID));
     dc->SetTextForeground(selected ? VyrSystemColours::HighlightText() : *wxBLACK);
     wxFont bold = oldFont;
     if (bold.IsOk())

@@ -9,6 +9,7 @@
 #include <wx/font.h>
 #include <wx/pen.h>
 
+#include "diagram/VyrDiagramScaleGuard.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
@@ -44,7 +45,6 @@ int IntegralScale(double value) {
 }
 
 enum LineStyle {
-    LINE_NONE = 0,
     LINE_SEGMENTS = 1,
     LINE_HISTO = 2,
     LINE_STAIRS = 3,
@@ -115,7 +115,8 @@ void VyrDiagram::PaintGraphObj(wxDC* dc) {
 }
 
 void VyrDiagram::PaintCurves(wxDC* dc, bool* repaintAxes) {
-    const VyrScale saved = m_currentScale;
+    // Each curve is drawn in its own units' ranges; the main range comes back at the end.
+    VyrDiagramScaleGuard guard(*this);
     // Pass 0 draws the curves of other Y units, pass 1 those of the main unit, so that the
     // latter lie on top. Band curves (style 10) are drawn in both passes.
     for (int pass = 0; pass < 2; ++pass) {
@@ -130,8 +131,6 @@ void VyrDiagram::PaintCurves(wxDC* dc, bool* repaintAxes) {
                 PaintCurve(dc, courbe, m_bAllCurvesColour || pass == 1, repaintAxes);
         }
     }
-    m_currentScale = saved;
-    UpdateWorld();
 }
 
 void VyrDiagram::PaintCurve(wxDC* dc, VyrCourbe* courbe, bool ownColour, bool* repaintAxes) {
@@ -139,49 +138,76 @@ void VyrDiagram::PaintCurve(wxDC* dc, VyrCourbe* courbe, bool ownColour, bool* r
         return;
     const wxColour colour = ownColour ? courbe->GetColor() : GetDisabledCurvesColour();
 
-    using MarkerPainter = void (VyrDiagram::*)(wxDC*, VyrCourbe*, const wxColour&);
-    static const MarkerPainter kMarkers[] = {
-        nullptr,
-        &VyrDiagram::PaintCurvePoint,
-        &VyrDiagram::PaintCurvePlus,
-        &VyrDiagram::PaintCurveCross,
-        &VyrDiagram::PaintCurveSquare,
-        &VyrDiagram::PaintCurveCircle,
-        &VyrDiagram::PaintCurveLozenge,
-    };
-    const int marker = courbe->GetStylePoint();
-    if (marker >= 0 && marker < static_cast<int>(sizeof kMarkers / sizeof kMarkers[0]) &&
-        kMarkers[marker])
-        (this->*kMarkers[marker])(dc, courbe, colour);
+    // Marker first, so that the line lies over it. Unknown codes draw nothing. (Switches rather
+    // than tables of member pointers: those trip the bounds sanitizer of some compilers.)
+    switch (courbe->GetStylePoint()) {
+        case 1:
+            PaintCurvePoint(dc, courbe, colour);
+            break;
+        case 2:
+            PaintCurvePlus(dc, courbe, colour);
+            break;
+        case 3:
+            PaintCurveCross(dc, courbe, colour);
+            break;
+        case 4:
+            PaintCurveSquare(dc, courbe, colour);
+            break;
+        case 5:
+            PaintCurveCircle(dc, courbe, colour);
+            break;
+        case 6:
+            PaintCurveLozenge(dc, courbe, colour);
+            break;
+        default:
+            break;
+    }
 
     const int penWidth = courbe->GetWidth() * m_iLineScale;
     dc->SetPen(wxPen(colour, penWidth, wxPENSTYLE_SOLID));
 
-    using LinePainter = void (VyrDiagram::*)(wxDC*, VyrCourbe*);
-    static const LinePainter kLines[] = {
-        nullptr,
-        &VyrDiagram::PaintCurveLine,
-        &VyrDiagram::PaintCurveHisto,
-        &VyrDiagram::PaintCurveLineHV,
-        &VyrDiagram::PaintCurveVSegment,
-        &VyrDiagram::PaintCurveHSegment,
-        &VyrDiagram::PaintCurveHVSegment,
-        &VyrDiagram::PaintCurveVLine,
-        &VyrDiagram::PaintCurveHLine,
-        &VyrDiagram::PaintCurveHVLine,
-    };
-    const int line = courbe->GetStyleLiaison();
-    if (line == LINE_VSEGMENT && m_bSpectrum) {
-        PaintCurveVSegmentSpectro(dc, courbe);
-        // The curve itself goes over its spectrum, in the curve's own colour.
-        dc->SetPen(wxPen(courbe->GetColor(), penWidth, wxPENSTYLE_SOLID));
-        PaintCurveLine(dc, courbe);
-        if (repaintAxes)
-            *repaintAxes = true;
-    } else if (line == LINE_REPERE) {
-        PaintCurveRepere(dc, courbe, colour);
-    } else if (line > LINE_NONE && line < static_cast<int>(sizeof kLines / sizeof kLines[0])) {
-        (this->*kLines[line])(dc, courbe);
+    switch (courbe->GetStyleLiaison()) {
+        case LINE_SEGMENTS:
+            PaintCurveLine(dc, courbe);
+            break;
+        case LINE_HISTO:
+            PaintCurveHisto(dc, courbe);
+            break;
+        case LINE_STAIRS:
+            PaintCurveLineHV(dc, courbe);
+            break;
+        case LINE_VSEGMENT:
+            if (m_bSpectrum) {
+                PaintCurveVSegmentSpectro(dc, courbe);
+                // The curve itself goes over its spectrum, in the curve's own colour.
+                dc->SetPen(wxPen(courbe->GetColor(), penWidth, wxPENSTYLE_SOLID));
+                PaintCurveLine(dc, courbe);
+                if (repaintAxes)
+                    *repaintAxes = true;
+            } else {
+                PaintCurveVSegment(dc, courbe);
+            }
+            break;
+        case LINE_HSEGMENT:
+            PaintCurveHSegment(dc, courbe);
+            break;
+        case LINE_HVSEGMENT:
+            PaintCurveHVSegment(dc, courbe);
+            break;
+        case LINE_VLINE:
+            PaintCurveVLine(dc, courbe);
+            break;
+        case LINE_HLINE:
+            PaintCurveHLine(dc, courbe);
+            break;
+        case LINE_HVLINE:
+            PaintCurveHVLine(dc, courbe);
+            break;
+        case LINE_REPERE:
+            PaintCurveRepere(dc, courbe, colour);
+            break;
+        default:
+            break;
     }
 
     dc->SetPen(wxNullPen);

@@ -1,0 +1,310 @@
+#include <cmath>
+#include <random>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/PaintScene.h"
+#include "support/RecordingDC.h"
+#include "support/VyrDiagramTestAccess.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/diagram/VyrDiagram.h"
+
+using Kind = RecordedPrimitive::Kind;
+using Points = std::vector<std::pair<double, double>>;
+using Segment = std::pair<wxPoint, wxPoint>;
+
+namespace {
+
+const wxColour kGreen(0, 128, 0);
+
+VyrCourbe* ShowCurve(PaintScene& scene, int styleLiaison, const Points& pts, int width = 1) {
+    CurveSpec spec;
+    spec.colour = kGreen;
+    spec.width = width;
+    spec.stylePoint = 0;
+    spec.styleLiaison = styleLiaison;
+    VyrCourbe* c = scene.AddCurve(spec, pts);
+    scene.Show(c);
+    scene.Frame();
+    return c;
+}
+
+std::vector<Segment> Lines(const RecordingDC& dc) {
+    std::vector<Segment> out;
+    for (const RecordedPrimitive& p : dc.Primitives(Kind::Line))
+        out.push_back({p.From(), p.To()});
+    return out;
+}
+
+Segment S(int x1, int y1, int x2, int y2) {
+    return {wxPoint(x1, y1), wxPoint(x2, y2)};
+}
+
+// Five points on pixels (60, 200), (80, 180), (100, 160), (120, 190), (140, 170).
+const Points kFive = {{10, 20}, {30, 40}, {50, 60}, {70, 30}, {90, 50}};
+
+}  // namespace
+
+TEST(VyrDiagramLines, LineAcrossAnInvalidPointJoinsItsNeighbours) {
+    PaintScene scene;
+    VyrCourbe* c = ShowCurve(scene, 1, kFive);
+    PaintScene::SetValid(c, 2, false);
+    RecordingDC dc;
+    VyrDiagramTestAccess::PaintLine(scene.Diagram(), 1, &dc, c);
+    const std::vector<Segment> expected = {S(60, 200, 80, 180), S(80, 180, 120, 190),
+                                           S(120, 190, 140, 170)};
+    EXPECT_EQ(Lines(dc), expected);
+}
+
+TEST(VyrDiagramLines, LineDoesNotJoinFromAPointOnColumnMinusOne) {
+    PaintScene scene;
+    // x = -51 lands on column -1: kept, it reads as "no previous point".
+    VyrCourbe* c = ShowCurve(scene, 1, {{10, 20}, {-51, 40}, {50, 60}, {70, 30}});
+    RecordingDC dc;
+    VyrDiagramTestAccess::PaintLine(scene.Diagram(), 1, &dc, c);
+    const std::vector<Segment> expected = {S(60, 200, -1, 180), S(100, 160, 120, 190)};
+    EXPECT_EQ(Lines(dc), expected);
+}
+
+TEST(VyrDiagramLines, HistogramRestartsAfterAnInvalidPoint) {
+    PaintScene scene;
+    VyrCourbe* c = ShowCurve(scene, 2, kFive);
+    PaintScene::SetValid(c, 2, false);
+    RecordingDC dc;
+    VyrDiagramTestAccess::PaintLine(scene.Diagram(), 2, &dc, c);
+    // Axis row 220. Bars for point 1 (from point 0's column) and point 4 (from point 3's);
+    // point 3 starts anew after the invalid point 2.
+    const std::vector<Segment> expected = {S(60, 180, 60, 220),   S(80, 180, 80, 220),
+                                           S(60, 180, 80, 180),   S(120, 170, 120, 220),
+                                           S(140, 170, 140, 220), S(120, 170, 140, 170)};
+    EXPECT_EQ(Lines(dc), expected);
+}
+
+TEST(VyrDiagramLines, StaircaseRestartsAfterAnInvalidPoint) {
+    PaintScene scene;
+    VyrCourbe* c = ShowCurve(scene, 3, kFive);
+    PaintScene::SetValid(c, 2, false);
+    RecordingDC dc;
+    VyrDiagramTestAccess::PaintLine(scene.Diagram(), 3, &dc, c);
+    const std::vector<Segment> expected = {S(60, 200, 80, 200), S(80, 200, 80, 180),
+                                           S(120, 190, 140, 190), S(140, 190, 140, 170)};
+    EXPECT_EQ(Lines(dc), expected);
+}
+
+TEST(VyrDiagramLines, SegmentStylesEndOnTheAxesAndFullLinesSpanThePlot) {
+    PaintScene scene;
+    // The axes cross at pixel (150, 120) for data (0, 0) with X -100..300 and Y -100..100.
+    CurveSpec spec;
+    VyrCourbe* c = scene.AddCurve(spec, {{10, 20}, {30, 40}});
+    scene.Show(c);
+    scene.Frame(wxRect(50, 20, 401, 201), -100, 300, -100, 100);
+    PaintScene::SetValid(c, 1, false);
+    // Point 0 on pixel (160, 100).
+    const std::vector<std::vector<Segment>> expected = {
+        {S(160, 100, 160, 120)},                         // 4
+        {S(160, 100, 150, 100)},                         // 5
+        {S(160, 100, 160, 120), S(160, 100, 150, 100)},  // 6
+        {S(160, 20, 160, 220)},                          // 7
+        {S(50, 100, 450, 100)},                          // 8
+        {S(160, 20, 160, 220), S(50, 100, 450, 100)},    // 9
+    };
+    for (int style = 4; style <= 9; ++style) {
+        RecordingDC dc;
+        VyrDiagramTestAccess::PaintLine(scene.Diagram(), style, &dc, c);
+        EXPECT_EQ(Lines(dc), expected[style - 4]) << "line style " << style;
+    }
+}
+
+TEST(VyrDiagramLines, CurvePainterSelectsTheLinePenAfterTheMarkersAndEndsWithTheNullPen) {
+    PaintScene scene;
+    CurveSpec spec;
+    spec.colour = kGreen;
+    spec.width = 3;
+    spec.stylePoint = 4;
+    spec.styleLiaison = 1;
+    VyrCourbe* c = scene.AddCurve(spec, {{10, 20}, {30, 40}});
+    scene.Show(c);
+    scene.Frame();
+    VyrDiagramTestAccess::SetLineScale(scene.Diagram(), 2);
+    RecordingDC dc;
+    VyrDiagramTestAccess::PaintCurve(scene.Diagram(), &dc, c, true, nullptr);
+    const auto& all = dc.Primitives();
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all[0].kind, Kind::Rectangle);
+    EXPECT_EQ(all[1].kind, Kind::Rectangle);
+    EXPECT_EQ(all[2].kind, Kind::Line);
+    EXPECT_EQ(all[2].pen.GetWidth(), 6);
+    EXPECT_EQ(all[2].pen.GetColour(), kGreen);
+    EXPECT_EQ(all[2].pen.GetStyle(), wxPENSTYLE_SOLID);
+    EXPECT_FALSE(dc.GetPen().IsOk());
+}
+
+TEST(VyrDiagramLines, UnknownStylesDrawNothing) {
+    PaintScene scene;
+    CurveSpec spec;
+    spec.stylePoint = 7;
+    spec.styleLiaison = 11;
+    VyrCourbe* c = scene.AddCurve(spec, {{10, 20}, {30, 40}});
+    scene.Show(c);
+    scene.Frame();
+    c->SetStylePoint(-1);
+    RecordingDC dc;
+    VyrDiagramTestAccess::PaintCurve(scene.Diagram(), &dc, c, true, nullptr);
+    EXPECT_TRUE(dc.Primitives().empty());
+    c->SetStyleLiaison(-3);
+    VyrDiagramTestAccess::PaintCurve(scene.Diagram(), &dc, c, true, nullptr);
+    EXPECT_TRUE(dc.Primitives().empty());
+}
+
+TEST(VyrDiagramLines, SpectrumDrawsEachWavelengthInItsColourThenTheCurveOverIt) {
+    PaintScene scene;
+    CurveSpec spec;
+    spec.grdX = "lambda";
+    spec.unitX = "nm";
+    spec.grdY = "A";
+    spec.unitY = "u.a.";
+    spec.colour = kGreen;
+    spec.width = 2;
+    spec.styleLiaison = 4;
+    // 300 nm has no colour; 500 and 700 have.
+    VyrCourbe* c = scene.AddCurve(spec, {{300, 0.5}, {500, 1.0}, {700, 0.25}});
+    scene.Show(c);
+    scene.Frame(wxRect(50, 20, 401, 201), 200, 800, 0, 2);
+    scene.Diagram().SetSpectrum(true);
+    RecordingDC dc;
+    bool repaint = false;
+    VyrDiagramTestAccess::PaintCurve(scene.Diagram(), &dc, c, true, &repaint);
+    EXPECT_TRUE(repaint);
+    const auto lines = dc.Primitives(Kind::Line);
+    // Pixels: x = 50 + (x - 200) * 400 / 600, y = 220 - y * 100.
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[0].From(), wxPoint(250, 120));
+    EXPECT_EQ(lines[0].To(), wxPoint(250, 220));
+    EXPECT_EQ(lines[0].pen.GetColour(), VyrDiagram::WaveLengthToRGB(500, 100.0, false));
+    EXPECT_EQ(lines[0].pen.GetWidth(), 1);
+    EXPECT_EQ(lines[1].From(), wxPoint(383, 195));
+    EXPECT_EQ(lines[1].pen.GetColour(), VyrDiagram::WaveLengthToRGB(700, 100.0, false));
+    // Then the curve in its own colour and width, joining the three points.
+    EXPECT_EQ(lines[2].From(), wxPoint(117, 170));
+    EXPECT_EQ(lines[2].To(), wxPoint(250, 120));
+    EXPECT_EQ(lines[3].To(), wxPoint(383, 195));
+    EXPECT_EQ(lines[2].pen.GetColour(), kGreen);
+    EXPECT_EQ(lines[2].pen.GetWidth(), 2);
+
+    // Without the spectrum flag: plain segments in the selected pen, no repaint asked.
+    scene.Diagram().SetSpectrum(false);
+    RecordingDC plain;
+    repaint = false;
+    VyrDiagramTestAccess::PaintCurve(scene.Diagram(), &plain, c, true, &repaint);
+    EXPECT_FALSE(repaint);
+    EXPECT_EQ(plain.Primitives(Kind::Line).size(), 3u);
+    EXPECT_EQ(plain.Primitives(Kind::Line)[0].pen.GetColour(), kGreen);
+}
+
+TEST(VyrDiagramLines, SpectrumOverPaintRepaintsTheAxesOverIt) {
+    PaintScene scene;
+    CurveSpec spec;
+    spec.grdX = "lambda";
+    spec.unitX = "nm";
+    spec.grdY = "A";
+    spec.unitY = "u.a.";
+    spec.styleLiaison = 4;
+    VyrCourbe* c = scene.AddCurve(spec, {{500, 1.0}, {600, 1.5}});
+    scene.Show(c);
+    scene.Frame(wxRect(50, 20, 401, 201), 200, 800, 0, 2);
+    const auto xAxis = [](const RecordingDC& dc) {
+        int n = 0;
+        for (const auto& p : dc.Primitives(Kind::Line))
+            if (p.From() == wxPoint(50, 220) && p.To() == wxPoint(450, 220))
+                ++n;
+        return n;
+    };
+    RecordingDC plain;
+    scene.Diagram().Paint(&plain, false, false, false, 1.0, nullptr, false);
+    scene.Diagram().SetSpectrum(true);
+    RecordingDC spectrum;
+    scene.Diagram().Paint(&spectrum, false, false, false, 1.0, nullptr, false);
+    EXPECT_EQ(xAxis(spectrum), 2 * xAxis(plain));
+    ASSERT_GE(xAxis(plain), 1);
+    // The second X axis comes after the spectrum's coloured lines.
+    int lastSpectrum = -1, lastAxis = -1;
+    const auto& all = spectrum.Primitives();
+    for (size_t i = 0; i < all.size(); ++i) {
+        if (all[i].kind != Kind::Line)
+            continue;
+        if (all[i].pen.GetColour() == VyrDiagram::WaveLengthToRGB(600, 100.0, false))
+            lastSpectrum = static_cast<int>(i);
+        if (all[i].From() == wxPoint(50, 220) && all[i].To() == wxPoint(450, 220))
+            lastAxis = static_cast<int>(i);
+    }
+    ASSERT_GE(lastSpectrum, 0);
+    EXPECT_GT(lastAxis, lastSpectrum);
+}
+
+// Dense data: several points per pixel column are drawn as the column's incoming segment and
+// one vertical segment. Without antialiasing this is pixel-identical to drawing every segment.
+TEST(VyrDiagramLines, DenseLineIsPixelIdenticalToEverySegmentWithoutAntialiasing) {
+    std::mt19937 random(12345);
+    std::uniform_real_distribution<double> noise(-30.0, 30.0);
+    for (int width : {1, 2, 3}) {
+        PaintScene scene;
+        Points pts;
+        const int n = 20000;
+        for (int i = 0; i < n; ++i) {
+            const double x = -60.0 + 480.0 * i / n;  // from left of the plot to right of it
+            pts.push_back({x, 100 + 60 * std::sin(x / 15.0) + noise(random)});
+        }
+        // Flat stretches (every point of a column on one pixel) and a point on column -1.
+        for (int i = 5000; i < 5400; ++i)
+            pts[i].second = 150.0;
+        pts[100].first = -51.0;
+        VyrCourbe* c = ShowCurve(scene, 1, pts, width);
+        for (int i = 0; i < n; i += 37)
+            PaintScene::SetValid(c, i, false);
+        VyrDiagram& diagram = scene.Diagram();
+
+        const wxSize size(500, 260);
+        const wxPen pen(kGreen, width, wxPENSTYLE_SOLID);
+        const wxImage reduced = PaintToImage(
+            size,
+            [&](wxDC& dc) {
+                dc.SetPen(pen);
+                VyrDiagramTestAccess::PaintLine(diagram, 1, &dc, c);
+            },
+            false);
+        const wxImage everySegment = PaintToImage(
+            size,
+            [&](wxDC& dc) {
+                dc.SetPen(pen);
+                // Every segment between consecutive valid points, as the line style defines.
+                const double ax = VyrDiagramTestAccess::Ax(diagram);
+                const double bx = VyrDiagramTestAccess::Bx(diagram);
+                const double ay = VyrDiagramTestAccess::Ay(diagram);
+                const double by = VyrDiagramTestAccess::By(diagram);
+                auto round = [](double v) { return static_cast<int>(v < 0 ? v - 0.5 : v + 0.5); };
+                wxPoint previous(-1, 0);
+                for (int i = 0; i < n; ++i) {
+                    if (!c->GetVy()->IsValidAt(i))
+                        continue;
+                    const wxPoint p(round(pts[i].first * ax + bx), round(pts[i].second * ay + by));
+                    if (previous.x != -1)
+                        dc.DrawLine(previous, p);
+                    previous = p;
+                }
+            },
+            false);
+        EXPECT_EQ(CountDifferentPixels(reduced, everySegment, 0), 0) << "width " << width;
+        // Not two blank pictures: the curve covers thousands of pixels.
+        const wxImage blank = PaintToImage(
+            size, [](wxDC&) {}, false);
+        EXPECT_GT(CountDifferentPixels(reduced, blank, 0), 5000) << "width " << width;
+
+        // And the reduction is what makes it cheap: a few segments per column.
+        RecordingDC dc;
+        VyrDiagramTestAccess::PaintLine(diagram, 1, &dc, c);
+        EXPECT_LT(dc.Primitives(Kind::Line).size(), 2u * 500u + 10u) << "width " << width;
+    }
+}
