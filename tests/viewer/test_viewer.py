@@ -297,6 +297,26 @@ class ViewerTest(unittest.TestCase):
         self.assertNotIn(NOTE_FILL, self.colours(run.path("moved.png")))
         self.assertNotIn(NOTE_FILL, self.colours(run.path("deleted.png")))
 
+    def test_the_title_is_dragged_deleted_and_restored(self):
+        run = self.run_viewer(["title Damped oscillation", "state", "screenshot title.png"])
+        self.assertEqual(run.states[0]["diagram-title"], "Damped oscillation")
+        width, height = png_size(run.path("title.png"))
+        plot_w, plot_h = width - 2 * PLOT_MARGIN, height - 2 * PLOT_MARGIN
+        # The title's box starts at 30 % and 2 % of the plot; a point inside its margin.
+        x = int(PLOT_MARGIN + plot_w * 0.30) + 5
+        y = int(PLOT_MARGIN + plot_h * 0.02) + 5
+        run = self.run_viewer([
+            "title Damped oscillation", "click %d %d" % (x, y), "state",
+            "drag %d %d %d %d" % (x, y, x + 100, y + 150), "state",
+            "menu delete", "state", "menu undo", "state"])
+        selected, moved, deleted, undone = run.states
+        self.assertEqual(selected["selection"], "title Damped oscillation")
+        fx, fy = map(float, moved["selected-note"].split()[-2:])
+        self.assertAlmostEqual(fx, 0.30 + 100.0 / plot_w, delta=0.005)
+        self.assertAlmostEqual(fy, 0.02 + 150.0 / plot_h, delta=0.005)
+        self.assertEqual(deleted["diagram-title"], "")
+        self.assertEqual(undone["diagram-title"], "Damped oscillation")
+
     def colours(self, path):
         width, height, channels, rows = read_png(path)
         return {tuple(rows[y][x * channels:x * channels + 3])

@@ -169,6 +169,7 @@ const ScriptDriver::CommandEntry ScriptDriver::kCommands[] = {
     {"close-window", true, &ScriptDriver::CloseWindow},
     {"note", true, &ScriptDriver::AddNote},
     {"interval", true, &ScriptDriver::AddInterval},
+    {"title", true, &ScriptDriver::AddTitle},
     {"saveas", true, &ScriptDriver::SaveAs},
     {"export", true, &ScriptDriver::Picture},
     {"screenshot", true, &ScriptDriver::Picture},
@@ -475,6 +476,24 @@ bool ScriptDriver::AddInterval(const wxArrayString& words, wxString& error) {
     return true;
 }
 
+bool ScriptDriver::AddTitle(const wxArrayString& words, wxString& error) {
+    ViewerDocument* document = CurrentDocument();
+    VyrDiagram* diagram = document->GetData().GetActiveDiagram();
+    if (words.size() < 2 || !diagram) {
+        error = "needs TEXT and an active diagram";
+        return false;
+    }
+    VyrNote* title = document->GetData().CreateNoteEntity();
+    title->SetType(VYR_NOTE_TITRE);
+    title->SetText(Rest(words, 1));
+    // Fractions of the plot from its top left corner.
+    title->SetPosition(0.30, 0.02);
+    diagram->SetNoteTitre(title);
+    document->Modify(true);
+    document->UpdateAllViews();
+    return true;
+}
+
 void ScriptDriver::PrintState() {
     ViewerDocument* document = CurrentDocument();
     DocumentFrame* frame = CurrentFrame();
@@ -510,6 +529,8 @@ void ScriptDriver::PrintState() {
                                                 s->GetYmin(), s->GetYmax()));
     }
     Print("selection", document->DescribeSelection());
+    VyrNote* title = diagram ? diagram->GetNoteTitre() : nullptr;
+    Print("diagram-title", title ? title->GetText() : wxString());
     int notes = 0;
     for (auto* node = data.GetEntityList().GetFirst(); node; node = node->GetNext())
         notes += node->GetData()->GetKind() == VYR_KIND_NOTE;

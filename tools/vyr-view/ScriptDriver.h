@@ -24,6 +24,7 @@
 //   interval X0 Y0 X1 Y1 LABEL
 //                          adds an interval tool in the active diagram's main units (a
 //                          fixture for interval tool tests)
+//   title TEXT             gives the active diagram a title (a fixture for title tests)
 //   saveas FILE            saves under a new name (Save As without the dialog)
 //   export FILE            File > Export without the dialog (.png, .svg, .csv)
 //   screenshot FILE        the active diagram's window, rendered into a bitmap, as PNG
@@ -84,6 +85,7 @@ private:
     bool CloseWindow(const wxArrayString& words, wxString& error);
     bool AddNote(const wxArrayString& words, wxString& error);
     bool AddInterval(const wxArrayString& words, wxString& error);
+    bool AddTitle(const wxArrayString& words, wxString& error);
     bool SaveAs(const wxArrayString& words, wxString& error);
     bool Picture(const wxArrayString& words, wxString& error);
     bool State(const wxArrayString& words, wxString& error);
