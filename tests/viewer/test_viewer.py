@@ -296,6 +296,18 @@ class ViewerTest(unittest.TestCase):
         # Moved, the selected note's box is drawn in the selection colours, not the pink.
         self.assertNotIn(NOTE_FILL, self.colours(run.path("moved.png")))
         self.assertNotIn(NOTE_FILL, self.colours(run.path("deleted.png")))
+        # While it moves (state 2) the diagram draws only its leader line; the viewer draws the
+        # box under the pointer.
+        run = self.run_viewer([
+            "note U 100 second maximum", "down %d %d" % (bx, by),
+            "move %d %d" % (bx + 60, by + 40), "move %d %d" % (bx + 120, by + 80), "state",
+            "screenshot moving.png", "up %d %d" % (bx + 120, by + 80), "state"])
+        moving, dropped = run.states
+        self.assertTrue(moving["selected-note"].startswith("state 2 at "), moving)
+        self.assertTrue(dropped["selected-note"].startswith("state 1 at "), dropped)
+        self.assertEqual(moving["selected-note"][len("state 2"):],
+                         dropped["selected-note"][len("state 1"):])
+        self.assertNotIn(NOTE_FILL, self.colours(run.path("moving.png")))
 
     def test_the_title_is_dragged_deleted_and_restored(self):
         run = self.run_viewer(["title Damped oscillation", "state", "screenshot title.png"])

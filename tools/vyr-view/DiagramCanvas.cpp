@@ -246,7 +246,12 @@ void DiagramCanvas::PaintMovingNote(wxDC& dc) {
     dc.SetBrush(wxBrush(wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT)));
     dc.DrawRectangle(corner, wxSize(note->GetBoxWidth(), note->GetBoxHeight()));
     dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHTTEXT));
+    // The face and size the diagram draws its texts with (the title in bold), so that the text
+    // fits the box size the diagram measured.
+    const wxFont oldFont = dc.GetFont();
+    dc.SetFont(wxFont(wxFontInfo(12).FaceName("Segoe UI").Bold(!courbe)));
     dc.DrawText(note->GetText(), corner + wxPoint(margin, margin));
+    dc.SetFont(oldFont);
     dc.SetPen(wxNullPen);
     dc.SetBrush(wxNullBrush);
 }

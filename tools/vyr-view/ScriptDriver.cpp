@@ -162,6 +162,9 @@ const ScriptDriver::CommandEntry ScriptDriver::kCommands[] = {
     {"dclick", true, &ScriptDriver::Mouse},
     {"drag", true, &ScriptDriver::Mouse},
     {"hover", true, &ScriptDriver::Mouse},
+    {"down", true, &ScriptDriver::Mouse},
+    {"move", true, &ScriptDriver::Mouse},
+    {"up", true, &ScriptDriver::Mouse},
     {"real-drag", true, &ScriptDriver::RealMouse},
     {"real-dclick", true, &ScriptDriver::RealMouse},
     {"menu", true, &ScriptDriver::Menu},
@@ -343,8 +346,14 @@ bool ScriptDriver::Mouse(const wxArrayString& words, wxString& error) {
         return false;
     }
     const wxPoint p(v[0], v[1]);
-    if (command == "hover") {
-        SendMouse(canvas, wxEVT_MOTION, p, false);
+    // One step of a gesture at a time, so that the state in between can be looked at.
+    if (command == "hover" || command == "move") {
+        SendMouse(canvas, wxEVT_MOTION, p, command == "move");
+        return true;
+    }
+    if (command == "down" || command == "up") {
+        SendMouse(canvas, command == "down" ? wxEVT_LEFT_DOWN : wxEVT_LEFT_UP, p,
+                  command == "down");
         return true;
     }
     SendMouse(canvas, wxEVT_LEFT_DOWN, p, true);

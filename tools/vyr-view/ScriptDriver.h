@@ -11,6 +11,8 @@
 //   select NAME            selects a curve or an experiment in the side panel
 //   scale auto|standard|manual
 //   press X Y | drag X0 Y0 X1 Y1 | click X Y | dclick X Y | hover X Y
+//   down X Y | move X Y | up X Y
+//                          (move: with the button held)
 //                          mouse in the active diagram's window (client pixels), as mouse
 //                          events sent to the window
 //   real-drag X0 Y0 X1 Y1 | real-dclick X Y
