@@ -3,6 +3,8 @@
 // (data/), the diagram slots with the diagrams (diagram/).
 #include "vyrbase/core/VyrBaseData.h"
 
+#include <climits>
+
 #include <wx/docview.h>
 
 VyrBaseData* VyrBaseData::m_pActiveBase = nullptr;
@@ -54,7 +56,11 @@ void VyrBaseData::Dump() {
 }
 
 int VyrBaseData::GetNewOid() {
-    return ++m_iLastOid;
+    // A file may name an entity with the largest int: the counter then stays there rather
+    // than overflow.
+    if (m_iLastOid < INT_MAX)
+        ++m_iLastOid;
+    return m_iLastOid;
 }
 
 void VyrBaseData::RemoveEntity(VyrEntity* entity) {

@@ -1,8 +1,8 @@
 #include "vyrbase/data/VyrBitMask.h"
 
 #include <climits>
+#include <cstdlib>
 #include <cstring>
-#include <new>
 
 namespace {
 // Bytes needed to hold `bits` bits as the mask counts them (bits/8 + 1), or -1 when that does
@@ -10,6 +10,13 @@ namespace {
 int BytesFor(long long bits) {
     long long bytes = bits / 8 + 1;
     return bytes > INT_MAX ? -1 : static_cast<int>(bytes);
+}
+
+// The bits of byte b that lie within bit positions lo..hi.
+unsigned char RangeMask(int b, int lo, int hi) {
+    int from = lo > b * 8 ? lo - b * 8 : 0;
+    int to = hi < b * 8 + 7 ? hi - b * 8 : 7;
+    return static_cast<unsigned char>(((0xFFu << from) & (0xFFu >> (7 - to))) & 0xFFu);
 }
 }  // namespace
 
@@ -29,33 +36,38 @@ VyrBitMask& VyrBitMask::operator=(const VyrBitMask& other) {
         return *this;
     unsigned char* bytes = nullptr;
     if (other.m_iSize > 0) {
-        bytes = new (std::nothrow) unsigned char[other.m_iSize];
+        bytes = static_cast<unsigned char*>(std::malloc(other.m_iSize));
         if (!bytes)
             return *this;  // out of memory: keep the old bytes rather than lose the marks
         std::memcpy(bytes, other.m_pBytes, other.m_iSize);
     }
-    delete[] m_pBytes;
+    std::free(m_pBytes);
     m_pBytes = bytes;
     m_iSize = bytes ? other.m_iSize : 0;
+    m_iCapacity = m_iSize;
     return *this;
 }
 
 VyrBitMask::~VyrBitMask() {
-    delete[] m_pBytes;
+    std::free(m_pBytes);
 }
 
 bool VyrBitMask::GrowToBytes(int bytes) {
     if (bytes <= m_iSize)
         return true;
-    auto* grown = new (std::nothrow) unsigned char[bytes];
-    if (!grown)
-        return false;
-    // New bytes are zero, i.e. valid: growing never invalidates a point.
-    std::memset(grown, 0, bytes);
-    if (m_iSize > 0)
-        std::memcpy(grown, m_pBytes, m_iSize);
-    delete[] m_pBytes;
-    m_pBytes = grown;
+    if (bytes > m_iCapacity) {
+        // At least half again as much as held, so that growing byte by byte stays cheap.
+        long long wanted = static_cast<long long>(m_iCapacity) + m_iCapacity / 2;
+        int capacity =
+            wanted > bytes ? static_cast<int>(wanted < INT_MAX ? wanted : INT_MAX) : bytes;
+        auto* grown = static_cast<unsigned char*>(std::realloc(m_pBytes, capacity));
+        if (!grown)
+            return false;
+        // New bytes are zero, i.e. valid: growing never invalidates a point.
+        std::memset(grown + m_iCapacity, 0, capacity - m_iCapacity);
+        m_pBytes = grown;
+        m_iCapacity = capacity;
+    }
     m_iSize = bytes;
     return true;
 }
@@ -122,4 +134,33 @@ void VyrBitMask::SetOctetAt(int k, unsigned char b) {
     SetSize(k * 8 + 1);
     if (k < m_iSize)
         m_pBytes[k] = b;
+}
+
+// Both shifts work a byte at a time: each destination byte takes its own bits shifted by one
+// and the neighbouring byte's edge bit, masked to the range, so that a point inserted into or
+// removed from a long vector costs one pass over its mask bytes, not one call per bit.
+void VyrBitMask::ShiftUp(int first, int end) {
+    if (first < 0 || end <= first + 1 || (end - 1) / 8 >= m_iSize)
+        return;
+    const int lo = first + 1, hi = end - 1;  // the destination bits
+    for (int b = hi / 8; b >= lo / 8; --b) {
+        unsigned shifted = static_cast<unsigned>(m_pBytes[b]) << 1;
+        if (b > 0)
+            shifted |= m_pBytes[b - 1] >> 7;
+        const unsigned char mask = RangeMask(b, lo, hi);
+        m_pBytes[b] = static_cast<unsigned char>((m_pBytes[b] & ~mask) | (shifted & mask));
+    }
+}
+
+void VyrBitMask::ShiftDown(int first, int end) {
+    if (first < 0 || end <= first + 1 || (end - 1) / 8 >= m_iSize)
+        return;
+    const int lo = first, hi = end - 2;  // the destination bits
+    for (int b = lo / 8; b <= hi / 8; ++b) {
+        unsigned shifted = m_pBytes[b] >> 1;
+        if (b + 1 < m_iSize)
+            shifted |= static_cast<unsigned>(m_pBytes[b + 1]) << 7;
+        const unsigned char mask = RangeMask(b, lo, hi);
+        m_pBytes[b] = static_cast<unsigned char>((m_pBytes[b] & ~mask) | (shifted & mask));
+    }
 }

@@ -3,11 +3,18 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <new>
+#include <cstdlib>
+#include <cstring>
 
 namespace {
 // Growth slack of Resize: appending one point at a time reallocates once per 100 points.
 const int kResizeSlack = 100;
+
+// The storage lives in malloc'ed memory so that growth goes through realloc, which extends a
+// block in place when it can.
+double* AllocateZeroed(int n) {
+    return static_cast<double*>(std::calloc(static_cast<size_t>(n), sizeof(double)));
+}
 
 // Ascending by "<"; NaN (which "<" cannot order) goes last so that the sort stays well defined.
 bool LessNanLast(double a, double b) {
@@ -41,7 +48,8 @@ VyrVecteur::VyrVecteur(const VyrVecteur& other)
       m_validity(other.m_validity),
       m_iSize(other.m_iSize),
       m_pValues(other.m_pValues),
-      m_iCapacity(other.m_iCapacity) {}
+      m_iCapacity(other.m_iCapacity),
+      m_iReserve(other.m_iReserve) {}
 
 VyrVecteur& VyrVecteur::operator=(const VyrVecteur& other) {
     if (this == &other)
@@ -53,15 +61,16 @@ VyrVecteur& VyrVecteur::operator=(const VyrVecteur& other) {
         if (other.m_iSize > INT_MAX - kResizeSlack)
             return *this;
         capacity = other.m_iSize + kResizeSlack;
-        values = new (std::nothrow) double[capacity]();
+        values = AllocateZeroed(capacity);
         if (!values)
             return *this;
     }
     SetGrandeur(other.m_sGrandeur);
     m_sUnite = other.m_sUnite;
-    delete[] m_pValues;
+    std::free(m_pValues);
     m_pValues = values;
     m_iCapacity = capacity;
+    m_iReserve = capacity;
     m_iSize = other.m_iSize;
     for (int i = 0; i < m_iSize; ++i)
         m_pValues[i] = other[i];
@@ -70,7 +79,7 @@ VyrVecteur& VyrVecteur::operator=(const VyrVecteur& other) {
 }
 
 VyrVecteur::~VyrVecteur() {
-    delete[] m_pValues;
+    std::free(m_pValues);
 }
 
 void VyrVecteur::SetGrandeur(const wxString& grandeur) {
@@ -104,12 +113,13 @@ void VyrVecteur::PreAlloc(int n) {
     if (n <= m_iCapacity)
         return;
     // The old values are not copied: callers pre-allocate empty vectors only.
-    auto* values = new (std::nothrow) double[n]();
+    double* values = AllocateZeroed(n);
     if (!values)
         return;
-    delete[] m_pValues;
+    std::free(m_pValues);
     m_pValues = values;
     m_iCapacity = n;
+    m_iReserve = n;
 }
 
 void VyrVecteur::Resize(int n) {
@@ -118,14 +128,31 @@ void VyrVecteur::Resize(int n) {
     if (n > m_iCapacity) {
         if (n > INT_MAX - kResizeSlack)
             return;
-        int capacity = n + kResizeSlack;
-        auto* values = new (std::nothrow) double[capacity]();
-        if (!values)
-            return;
-        if (m_pValues)
-            std::copy(m_pValues, m_pValues + m_iCapacity, values);
-        delete[] m_pValues;
-        m_pValues = values;
+        const int capacity = n + kResizeSlack;
+        if (capacity > m_iReserve) {
+            // The capacity grows by the slack of 100 points as the vector always did, but the
+            // memory behind it grows by half each time: with a fixed slack alone every
+            // reallocation would copy the whole array, and appending n points one by one would
+            // cost time in n squared.
+            long long wanted = static_cast<long long>(m_iReserve) + m_iReserve / 2;
+            int reserve = wanted > capacity ? static_cast<int>(wanted < INT_MAX ? wanted : INT_MAX)
+                                            : capacity;
+            auto* values = static_cast<double*>(
+                std::realloc(m_pValues, static_cast<size_t>(reserve) * sizeof(double)));
+            if (!values && reserve > capacity) {
+                // Short of memory: ask for no more than the capacity itself.
+                reserve = capacity;
+                values = static_cast<double*>(
+                    std::realloc(m_pValues, static_cast<size_t>(reserve) * sizeof(double)));
+            }
+            if (!values)
+                return;  // realloc left the old storage as it was
+            m_pValues = values;
+            m_iReserve = reserve;
+        }
+        // What lies beyond the old capacity reads 0.0, as in freshly allocated storage.
+        std::memset(m_pValues + m_iCapacity, 0,
+                    static_cast<size_t>(capacity - m_iCapacity) * sizeof(double));
         m_iCapacity = capacity;
     }
     m_iSize = n;
@@ -133,10 +160,11 @@ void VyrVecteur::Resize(int n) {
 }
 
 void VyrVecteur::Raz() {
-    delete[] m_pValues;
+    std::free(m_pValues);
     m_pValues = nullptr;
     m_iSize = 0;
     m_iCapacity = 0;
+    m_iReserve = 0;
     // Kept: the mask ignores the request to shrink, so earlier invalid marks come back when the
     // vector grows again.
     m_validity.SetSize(0);
@@ -145,26 +173,20 @@ void VyrVecteur::Raz() {
 void VyrVecteur::InsertVal(int i, double v) {
     if (!m_pValues || i < 0 || i >= m_iSize)
         return;
-    for (int k = m_iSize - 1; k > i; --k) {
-        m_pValues[k] = m_pValues[k - 1];
-        if (m_validity.IsSet(k - 1))
-            m_validity.Set(k);
-        else
-            m_validity.Unset(k);
-    }
+    std::memmove(m_pValues + i + 1, m_pValues + i,
+                 static_cast<size_t>(m_iSize - 1 - i) * sizeof(double));
+    m_validity.SetSize(m_iSize);
+    m_validity.ShiftUp(i, m_iSize);
     m_pValues[i] = v;
 }
 
 void VyrVecteur::RemoveValAt(int i) {
     if (!m_pValues || i < 0 || i >= m_iSize)
         return;
-    for (int k = i; k < m_iSize - 1; ++k) {
-        m_pValues[k] = m_pValues[k + 1];
-        if (m_validity.IsSet(k + 1))
-            m_validity.Set(k);
-        else
-            m_validity.Unset(k);
-    }
+    std::memmove(m_pValues + i, m_pValues + i + 1,
+                 static_cast<size_t>(m_iSize - 1 - i) * sizeof(double));
+    m_validity.SetSize(m_iSize);
+    m_validity.ShiftDown(i, m_iSize);
     m_validity.Unset(m_iSize - 1);
     --m_iSize;
 }

@@ -62,3 +62,13 @@ bool VyrBaseData::SetDiagramCount(int count) {
     Notify(VYR_MSG_DIAGRAM_COUNT_CHANGED, nullptr);
     return true;
 }
+
+VyrNote* VyrBaseData::GetDiagramTitle(int index) const {
+    VyrDiagram* diagram = GetDiagram(index);
+    return diagram ? diagram->GetNoteTitre() : nullptr;
+}
+
+void VyrBaseData::SetDiagramTitle(int index, VyrNote* note) {
+    if (VyrDiagram* diagram = GetDiagram(index))
+        diagram->SetNoteTitre(note);
+}

@@ -83,7 +83,6 @@ VyrOutilInterval* VyrDiagram::HitOutilInterval(wxPoint p, bool* changed) {
                 continue;
             if (!SetCurrentScaleForUnits(tool->GetAbs(), tool->GetOrd()))
                 continue;
-            UpdateWorld();
             int d;
             const wxPoint a = RealToPixel(tool->GetX0(), tool->GetY0());
             if (tool->IsPoint()) {

@@ -8,6 +8,7 @@
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
 
+#include "diagram/VyrCurvePoints.h"
 #include "diagram/VyrDiagramScaleGuard.h"
 #include "diagram/VyrPixelDistance.h"
 
@@ -16,18 +17,15 @@ namespace {
 // Axes and arrows are caught within this many pixels (strictly less).
 const int kAxisTolerance = 25;
 
-// Calls f(index, pixel) for every drawable point of the curve, in index order: within both
-// vectors and valid in both masks. The diagram's transform must already be the curve's.
+// Calls f(index, pixel) for every drawable point of the curve, in index order, with the
+// painters' own point reader, so that a point is hit exactly where it was drawn. The diagram's
+// transform must already be the curve's.
 template <class F>
-void ForEachValidPixel(const VyrDiagram& diagram, VyrCourbe* courbe, F f) {
-    const VyrVecteur* vx = courbe->GetVx();
-    const VyrVecteur* vy = courbe->GetVy();
-    if (!vx || !vy)
-        return;
-    const int n = vx->GetSize() < vy->GetSize() ? vx->GetSize() : vy->GetSize();
-    for (int i = 0; i < n; ++i)
-        if (vx->IsValidAt(i) && vy->IsValidAt(i))
-            f(i, diagram.RealToPixel(vx->GetVal(i), vy->GetVal(i)));
+void ForEachValidPixel(const VyrWorldTransform& world, VyrCourbe* courbe, F f) {
+    const VyrCurvePoints points(courbe, world);
+    for (int i = 0; i < points.GetCount(); ++i)
+        if (points.IsValid(i))
+            f(i, points.Pixel(i));
 }
 
 }  // namespace
@@ -35,10 +33,7 @@ void ForEachValidPixel(const VyrDiagram& diagram, VyrCourbe* courbe, F f) {
 bool VyrDiagram::SetCurrentScaleForCourbe(VyrCourbe* courbe) {
     if (!courbe || !courbe->GetVx() || !courbe->GetVy())
         return false;
-    if (!SetCurrentScaleForUnits(courbe->GetVx()->GetUnite(), courbe->GetVy()->GetUnite()))
-        return false;
-    UpdateWorld();
-    return true;
+    return SetCurrentScaleForUnits(courbe->GetVx()->GetUnite(), courbe->GetVy()->GetUnite());
 }
 
 VyrDiagram* VyrDiagram::HitTestDiagram(const wxPoint& p) {
@@ -65,14 +60,15 @@ int VyrDiagram::FindPoint(VyrCourbe* courbe, int maxDist2, wxPoint p, int* dist2
     if (courbe) {
         VyrDiagramScaleGuard guard(*this);
         if (SetCurrentScaleForCourbe(courbe))
-            ForEachValidPixel(*this, courbe, [&](int i, const wxPoint& px) {
-                const int d = VyrPixelDistance2(px.x, px.y, p.x, p.y);
-                // Strictly smaller: on equal distances the lower index stays.
-                if (d <= limit && d < bestDist) {
-                    best = i;
-                    bestDist = d;
-                }
-            });
+            ForEachValidPixel(VyrWorldTransform{m_dAx, m_dBx, m_dAy, m_dBy}, courbe,
+                              [&](int i, const wxPoint& px) {
+                                  const int d = VyrPixelDistance2(px.x, px.y, p.x, p.y);
+                                  // Strictly smaller: on equal distances the lower index stays.
+                                  if (d <= limit && d < bestDist) {
+                                      best = i;
+                                      bestDist = d;
+                                  }
+                              });
     }
     if (dist2)
         *dist2 = bestDist;
@@ -87,14 +83,16 @@ int VyrDiagram::GetPoint(VyrCourbe* courbe, wxPoint p) {
         return best;
     VyrDiagramScaleGuard guard(*this);
     if (SetCurrentScaleForCourbe(courbe))
-        ForEachValidPixel(*this, courbe, [&](int i, const wxPoint& px) {
-            const int d = VyrPixelDistance2(px.x, 0, p.x, 0);
-            // Not strict, unlike FindPoint: on equal columns the higher index wins.
-            if (d <= bestDist) {
-                best = i;
-                bestDist = d;
-            }
-        });
+        ForEachValidPixel(VyrWorldTransform{m_dAx, m_dBx, m_dAy, m_dBy}, courbe,
+                          [&](int i, const wxPoint& px) {
+                              const int d = VyrPixelDistance2(px.x, 0, p.x, 0);
+                              // Not strict, unlike FindPoint: on equal columns the higher index
+                              // wins.
+                              if (d <= bestDist) {
+                                  best = i;
+                                  bestDist = d;
+                              }
+                          });
     return best;
 }
 

@@ -1,6 +1,5 @@
 // CSV export of the measured data: one block of columns per experiment (its x column, then one
 // y column per connected curve), one row per point index, ";" separated, UTF-8 without mark.
-#include <charconv>
 #include <string>
 #include <vector>
 
@@ -8,6 +7,7 @@
 #include <wx/log.h>
 #include <wx/strconv.h>
 
+#include "file/VyrNumberText.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
@@ -61,13 +61,10 @@ public:
         return FlushIfFull();
     }
 
-    // "%g" in the C locale: std::to_chars with the general format and precision 6 is defined
-    // as exactly that, and never writes a decimal comma.
+    // "%g" in the "C" locale, as the document file writes it: never a decimal comma.
     bool Number(double value) {
-        char digits[32];
-        const std::to_chars_result r =
-            std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 6);
-        m_buffer.append(digits, r.ptr);
+        char digits[VyrNumberText::kMaxChars];
+        m_buffer.append(digits, VyrNumberText::FormatG(digits, value));
         return FlushIfFull();
     }
 

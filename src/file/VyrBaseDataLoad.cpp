@@ -7,6 +7,7 @@
 #include <new>
 
 #include <wx/file.h>
+#include <wx/filefn.h>
 #include <wx/intl.h>
 #include <wx/log.h>
 #include <wx/strconv.h>
@@ -17,44 +18,6 @@
 #include "vyrbase/data/VyrExperience.h"
 
 namespace {
-
-// Section headers in the order in which they are tested.
-enum Section {
-    kSectionUnit,
-    kSectionVector,
-    kSectionCurve,
-    kSectionExperience,
-    kSectionNote,
-    kSectionOutilInterval,
-    kSectionReport,
-    kSectionGrid,
-    kSectionSpirog,
-    kSectionSpirom,
-    kSectionSpiroExp,
-    kSectionRespihomConfig,
-    kSectionRespihomData,
-    kSectionSpiroMetaConfig,
-    kSectionSpiroMetaData,
-    kSectionImageRedy,
-};
-
-const wchar_t* const kSectionHeaders[] = {
-    L"[unit\u00e9]",         L"[vecteur]",
-    L"[courbe]",             L"[manipulation]",
-    L"[Annotation]",         L"[outil_Interval]",
-    L"[compte_rendu]",       L"[cellules]",
-    L"[spirog]",             L"[spirom]",
-    L"[spiroexp]",           L"[Param_RespihomConfig]",
-    L"[Param_RespihomData]", L"[Param_SpiroMetaConfig]",
-    L"[Param_SpiroMetaData]", L"[image_Redy]",
-};
-
-int FindSection(const wxString& header) {
-    for (size_t i = 0; i < sizeof kSectionHeaders / sizeof kSectionHeaders[0]; ++i)
-        if (header == kSectionHeaders[i])
-            return static_cast<int>(i);
-    return -1;
-}
 
 // "[unité]" in UTF-8: the only sign, besides the mark, that a file without a mark is UTF-8.
 const char kUtf8UnitHeader[] = "[unit\xC3\xA9]";
@@ -171,8 +134,10 @@ bool VyrBaseData::Load(const wxString& path) {
 
     bool result = false;
     wxFile file;
-    if (file.Open(path, wxFile::read, wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP |
-                                          wxS_IROTH | wxS_IWOTH)) {
+    // A directory opens for reading but has no content: it is a file that cannot be opened.
+    if (!wxDirExists(path) &&
+        file.Open(path, wxFile::read,
+                  wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP | wxS_IROTH | wxS_IWOTH)) {
         Delete();
         size_t length = 0;
         unsigned char* bytes = ReadAll(file, &length);
@@ -188,8 +153,8 @@ bool VyrBaseData::Load(const wxString& path) {
                 refused = true;
             } else {
                 bool hasMark = false;
-                const int shown = length > static_cast<size_t>(INT_MAX) ? INT_MAX
-                                                                        : static_cast<int>(length);
+                const int shown =
+                    length > static_cast<size_t>(INT_MAX) ? INT_MAX : static_cast<int>(length);
                 if (IsUTF8TextFile(bytes, shown, &hasMark))
                     text = DecodeBytes(wxConvUTF8,
                                        reinterpret_cast<const char*>(bytes + (hasMark ? 3 : 0)));
@@ -213,6 +178,45 @@ bool VyrBaseData::Load(const wxString& path) {
     return result;
 }
 
+wxString VyrBaseData::ReadSection(const wxString& header, bool* stop, bool* experienceSeen) {
+    // The section readers, tested in this order on the exact header text (case included).
+    // Only the vector, curve and experiment readers can end the whole load.
+    typedef wxString (VyrBaseData::*Reader)();
+    typedef wxString (VyrBaseData::*StoppingReader)(bool*);
+    struct Section {
+        const wchar_t* header;
+        Reader read;
+        StoppingReader readOrStop;
+    };
+    static const Section kSections[] = {
+        {L"[unit\u00e9]", &VyrBaseData::ParseUnit, nullptr},
+        {L"[vecteur]", nullptr, &VyrBaseData::ParseVector},
+        {L"[courbe]", nullptr, &VyrBaseData::ParseCurve},
+        {L"[manipulation]", nullptr, &VyrBaseData::ParseExperience},
+        {L"[Annotation]", &VyrBaseData::ParseNote, nullptr},
+        {L"[outil_Interval]", &VyrBaseData::ParseOutilInterval, nullptr},
+        {L"[compte_rendu]", &VyrBaseData::ParseReport, nullptr},
+        {L"[cellules]", &VyrBaseData::ParseGrille, nullptr},
+        {L"[spirog]", &VyrBaseData::ParseSpirog, nullptr},
+        {L"[spirom]", &VyrBaseData::ParseSpirom, nullptr},
+        {L"[spiroexp]", &VyrBaseData::ParseSpiroExp, nullptr},
+        {L"[Param_RespihomConfig]", &VyrBaseData::ParseRespihomConfig, nullptr},
+        {L"[Param_RespihomData]", &VyrBaseData::ParseRespihomData, nullptr},
+        {L"[Param_SpiroMetaConfig]", &VyrBaseData::ParseSpiroMetaConfig, nullptr},
+        {L"[Param_SpiroMetaData]", &VyrBaseData::ParseSpiroMetaData, nullptr},
+        {L"[image_Redy]", &VyrBaseData::ParseImageRedy, nullptr},
+    };
+    for (const Section& section : kSections) {
+        if (header != section.header)
+            continue;
+        if (section.readOrStop == &VyrBaseData::ParseExperience)
+            *experienceSeen = true;
+        return section.read ? (this->*section.read)() : (this->*section.readOrStop)(stop);
+    }
+    // Unknown sections are taken from the text the tokenizer walks.
+    return ParseInconnu(header, nullptr, stop);
+}
+
 bool VyrBaseData::ParseUnicodeText(wchar_t* text) {
     if (!text)
         return false;
@@ -234,28 +238,7 @@ bool VyrBaseData::ParseUnicodeText(wchar_t* text) {
                 result = false;
                 break;
             }
-            switch (FindSection(header)) {
-                case kSectionUnit: header = ParseUnit(); break;
-                case kSectionVector: header = ParseVector(&stop); break;
-                case kSectionCurve: header = ParseCurve(&stop); break;
-                case kSectionExperience:
-                    experienceSeen = true;
-                    header = ParseExperience(&stop);
-                    break;
-                case kSectionNote: header = ParseNote(); break;
-                case kSectionOutilInterval: header = ParseOutilInterval(); break;
-                case kSectionReport: header = ParseReport(); break;
-                case kSectionGrid: header = ParseGrille(); break;
-                case kSectionSpirog: header = ParseSpirog(); break;
-                case kSectionSpirom: header = ParseSpirom(); break;
-                case kSectionSpiroExp: header = ParseSpiroExp(); break;
-                case kSectionRespihomConfig: header = ParseRespihomConfig(); break;
-                case kSectionRespihomData: header = ParseRespihomData(); break;
-                case kSectionSpiroMetaConfig: header = ParseSpiroMetaConfig(); break;
-                case kSectionSpiroMetaData: header = ParseSpiroMetaData(); break;
-                case kSectionImageRedy: header = ParseImageRedy(); break;
-                default: header = ParseInconnu(header, text, &stop); break;
-            }
+            header = ReadSection(header, &stop, &experienceSeen);
         }
         if (result) {
             if (!experienceSeen)

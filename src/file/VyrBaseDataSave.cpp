@@ -12,8 +12,7 @@
 
 namespace {
 
-const int kFilePermissions =
-    wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP | wxS_IROTH | wxS_IWOTH;
+const int kFilePermissions = wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP | wxS_IROTH | wxS_IWOTH;
 
 typedef bool (VyrBaseData::*SectionWriter)(VyrTextWriter&);
 
@@ -27,14 +26,14 @@ bool VyrBaseData::Save(const wxString& path) {
     // before the curves, curves before the experiments; annotations and interval tools first,
     // bound to curves and diagrams once the whole file has been read.
     static const SectionWriter kWriters[] = {
-        &VyrBaseData::SauveAnnotations,     &VyrBaseData::SauveOutilInterval,
-        &VyrBaseData::SauveCompteRendu,     &VyrBaseData::SauveUnite,
-        &VyrBaseData::SauveVecteur,         &VyrBaseData::SauveCourbe,
-        &VyrBaseData::SauveSpirog,          &VyrBaseData::SauveSpiroExp,
-        &VyrBaseData::SauveSpirom,          &VyrBaseData::SauveRespihomConfig,
-        &VyrBaseData::SauveRespihomData,    &VyrBaseData::SauveSpiroMetaConfig,
-        &VyrBaseData::SauveSpiroMetaData,   &VyrBaseData::SauveExperience,
-        &VyrBaseData::SauveGrille,          &VyrBaseData::SauveImageRedy,
+        &VyrBaseData::SauveAnnotations,   &VyrBaseData::SauveOutilInterval,
+        &VyrBaseData::SauveCompteRendu,   &VyrBaseData::SauveUnite,
+        &VyrBaseData::SauveVecteur,       &VyrBaseData::SauveCourbe,
+        &VyrBaseData::SauveSpirog,        &VyrBaseData::SauveSpiroExp,
+        &VyrBaseData::SauveSpirom,        &VyrBaseData::SauveRespihomConfig,
+        &VyrBaseData::SauveRespihomData,  &VyrBaseData::SauveSpiroMetaConfig,
+        &VyrBaseData::SauveSpiroMetaData, &VyrBaseData::SauveExperience,
+        &VyrBaseData::SauveGrille,        &VyrBaseData::SauveImageRedy,
     };
 
     m_mapVectorUnit.clear();
@@ -100,8 +99,8 @@ wxString VyrBaseData::GetStringStyleEx(VyrCourbe* c) {
     if (!c)
         return wxString();
     // "%d|%x|%x|%x|%x|%x": 1, point style, line style, twice the width minus 2, 0, 0.
-    const int fields[6] = {1, c->GetStylePoint(), c->GetStyleLiaison(), c->GetWidth() * 2 - 2,
-                           0, 0};
+    const int fields[6] = {1, c->GetStylePoint(), c->GetStyleLiaison(), c->GetWidth() * 2 - 2, 0,
+                           0};
     wxString text;
     char buf[VyrNumberText::kMaxChars];
     for (int i = 0; i < 6; ++i) {

@@ -33,17 +33,17 @@ enum CurveKey {
 };
 // "abscisse" and "ordonnée" are read though never written.
 const wchar_t* const kCurveKeys[] = {
-    L"oid",  L"nom",      L"commentaire",   L"expression", L"vx",          L"abscisse",
-    L"vy",   L"ordonn\u00e9e", L"couleur",  L"style_ex",   L"xmin",        L"xmax",
-    L"ymin", L"ymax",     L"annotations",   L"diagramme",  L"lesdiagrammes",
+    L"oid",           L"nom",       L"commentaire",   L"expression", L"vx",   L"abscisse", L"vy",
+    L"ordonn\u00e9e", L"couleur",   L"style_ex",      L"xmin",       L"xmax", L"ymin",     L"ymax",
+    L"annotations",   L"diagramme", L"lesdiagrammes",
 };
 
 // The fixed palette of "couleur" values above 0xFFFFFF.
 const unsigned char kPalette[20][3] = {
-    {0, 0, 0},       {128, 0, 0},     {0, 128, 0},     {153, 204, 0},   {0, 0, 128},
-    {128, 0, 128},   {0, 128, 128},   {153, 204, 255}, {255, 153, 0},   {128, 128, 0},
-    {204, 153, 255}, {128, 128, 128}, {192, 192, 192}, {255, 0, 0},     {0, 255, 0},
-    {255, 255, 0},   {0, 0, 255},     {255, 0, 255},   {0, 255, 255},   {255, 255, 255},
+    {0, 0, 0},       {128, 0, 0},     {0, 128, 0},     {153, 204, 0}, {0, 0, 128},
+    {128, 0, 128},   {0, 128, 128},   {153, 204, 255}, {255, 153, 0}, {128, 128, 0},
+    {204, 153, 255}, {128, 128, 128}, {192, 192, 192}, {255, 0, 0},   {0, 255, 0},
+    {255, 255, 0},   {0, 0, 255},     {255, 0, 255},   {0, 255, 255}, {255, 255, 255},
 };
 
 // Unit records carry one range, stored for every scale type; the standard one is read back.
@@ -194,8 +194,8 @@ wxString VyrBaseData::ParseCurve(bool* stop) {
             }
             case kCurveVx:
             case kCurveVy: {
-                VyrVecteur* vector = FindCurveVector(VyrReadText::IntValue(line), curve,
-                                                     key == kCurveVx);
+                VyrVecteur* vector =
+                    FindCurveVector(VyrReadText::IntValue(line), curve, key == kCurveVx);
                 if (curve && key == kCurveVx)
                     curve->SetVx(vector);
                 else if (curve)
@@ -282,7 +282,8 @@ wxString VyrBaseData::ParseCurve(bool* stop) {
                 RaiseDiagramCount(highest + 1);
                 break;
             }
-            default: break;
+            default:
+                break;
         }
     }
     finish();

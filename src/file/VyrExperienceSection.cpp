@@ -71,7 +71,8 @@ wxString VyrBaseData::ParseExperience(bool* stop) {
                 }
                 break;
             }
-            default: break;
+            default:
+                break;
         }
     }
     finish();

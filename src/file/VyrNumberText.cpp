@@ -1,7 +1,8 @@
 // Locale-independent number text: std::to_chars / std::from_chars give the C formats' text and
 // the C conversions' values (the tests compare them with snprintf and strtod_l over many values)
 // without touching the process locale and without allocating. The rare inputs from_chars does
-// not cover the way strtod does (out-of-range magnitudes) go through strtod_l in a "C" locale.
+// not cover the way strtod does (out-of-range magnitudes, NaN payloads) go through strtod_l in
+// a "C" locale.
 #include "file/VyrNumberText.h"
 
 #include <charconv>
@@ -67,8 +68,7 @@ int ReadInteger(std::wstring_view text, int base) {
 // hexadecimal letters, "inf"/"nan" and the n-char sequence of "nan(...)".
 bool MayBelongToNumber(wchar_t c) {
     return (c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') ||
-           c == L'.' || c == L',' || c == L'+' || c == L'-' || c == L'(' || c == L')' ||
-           c == L'_';
+           c == L'.' || c == L',' || c == L'+' || c == L'-' || c == L'(' || c == L')' || c == L'_';
 }
 
 locale_t CLocale() {
@@ -104,8 +104,9 @@ double ReadDoubleNarrow(const char* first, const char* last) {
         if (result.ec == std::errc::invalid_argument)
             return 0.0;
     }
-    if (result.ec == std::errc::result_out_of_range) {
-        // Overflow to an infinity, underflow to a subnormal or zero: strtod's own answer.
+    if (result.ec == std::errc::result_out_of_range || value != value) {
+        // Overflow to an infinity, underflow to a subnormal or zero, and the payload of
+        // "nan(...)": strtod's own answer.
         std::string copy(first, last);
         return strtod_l(copy.c_str(), nullptr, CLocale());
     }

@@ -24,10 +24,10 @@ constexpr size_t kMaxChars = 352;
 
 // Each writes into `buf` (at least kMaxChars) and answers the number of characters, without
 // a terminating NUL.
-VYRBASE_API size_t FormatInt(char* buf, int value);       // "%d"
-VYRBASE_API size_t FormatHex(char* buf, int value);       // "%x" (the value taken unsigned)
-VYRBASE_API size_t FormatG(char* buf, double value);      // "%g"
-VYRBASE_API size_t FormatFixed8(char* buf, double value); // "%.8f"
+VYRBASE_API size_t FormatInt(char* buf, int value);        // "%d"
+VYRBASE_API size_t FormatHex(char* buf, int value);        // "%x" (the value taken unsigned)
+VYRBASE_API size_t FormatG(char* buf, double value);       // "%g"
+VYRBASE_API size_t FormatFixed8(char* buf, double value);  // "%.8f"
 
 // The C library's wide decimal conversion (wcstol, base 10): blanks, an optional sign, then
 // digits up to the first other character. Out-of-range values saturate at the int limits.

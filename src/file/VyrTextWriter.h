@@ -43,25 +43,25 @@ public:
     VyrTextWriter& Text(std::wstring_view text);
     VyrTextWriter& Text(const wchar_t* text) { return Text(std::wstring_view(text)); }
     VyrTextWriter& Text(const wxString& text);
-    VyrTextWriter& Int(int value);         // "%d"
-    VyrTextWriter& Hex(int value);         // "%x"
-    VyrTextWriter& G(double value);        // "%g"
-    VyrTextWriter& Fixed8(double value);   // "%.8f"
+    VyrTextWriter& Int(int value);        // "%d"
+    VyrTextWriter& Hex(int value);        // "%x"
+    VyrTextWriter& G(double value);       // "%g"
+    VyrTextWriter& Fixed8(double value);  // "%.8f"
     // The text with a backslash before every double quote (VyrBaseData::GetStringSave).
     VyrTextWriter& Escaped(const wxString& text);
 
     // ---- Lines -----------------------------------------------------------------------------
-    VyrTextWriter& Header(std::wstring_view name);                     // "[name]\r\n"
-    VyrTextWriter& LineInt(std::wstring_view key, int value);          // "\tkey = %d\r\n"
-    VyrTextWriter& LineG(std::wstring_view key, double value);         // "\tkey = %g\r\n"
-    VyrTextWriter& LineFixed8(std::wstring_view key, double value);    // "\tkey = %.8f\r\n"
+    VyrTextWriter& Header(std::wstring_view name);                   // "[name]\r\n"
+    VyrTextWriter& LineInt(std::wstring_view key, int value);        // "\tkey = %d\r\n"
+    VyrTextWriter& LineG(std::wstring_view key, double value);       // "\tkey = %g\r\n"
+    VyrTextWriter& LineFixed8(std::wstring_view key, double value);  // "\tkey = %.8f\r\n"
     // "\tkey = value\r\n", the value unquoted.
     VyrTextWriter& LineRaw(std::wstring_view key, std::wstring_view value);
     // "\tkey = \"value\"\r\n" with the value as it is held.
     VyrTextWriter& LineString(std::wstring_view key, const wxString& value);
     // "\tkey = \"value\"\r\n" with the value escaped.
     VyrTextWriter& LineEscaped(std::wstring_view key, const wxString& value);
-    VyrTextWriter& EndLine();                                          // "\r\n"
+    VyrTextWriter& EndLine();  // "\r\n"
 
     // ---- Tables ----------------------------------------------------------------------------
     // "\tkey = table count {\r\n\t".

@@ -73,7 +73,8 @@ wxString VyrBaseData::ParseUnit() {
                 }
                 break;
             }
-            default: break;
+            default:
+                break;
         }
     }
     return header;

@@ -149,6 +149,7 @@ wxString VyrBaseData::ParseInconnu(const wxString& header, wchar_t* /*text*/, bo
         !VyrLineTokenizer::IsSeparator(m_tokenizer.GetText()[length - 1]))
         end = position;
     if (source && start != 0 && end > start)
-        m_asUnknownSections.Add(header + wxString(source + start, static_cast<size_t>(end - start)));
+        m_asUnknownSections.Add(header +
+                                wxString(source + start, static_cast<size_t>(end - start)));
     return next;
 }

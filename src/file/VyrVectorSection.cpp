@@ -43,7 +43,8 @@ bool VyrBaseData::SauveVecteur(VyrTextWriter& out) {
         // without the lines below and no later vector written, and the save goes on.
         if (!experience)
             return out.IsOk();
-        out.LineInt(L"experience", experience->GetOid()).LineInt(L"unit\u00e9", FindUnitOid(vector));
+        out.LineInt(L"experience", experience->GetOid())
+            .LineInt(L"unit\u00e9", FindUnitOid(vector));
 
         const int size = vector->GetSize();
         const double* values = vector->GetArea();
@@ -109,7 +110,8 @@ wxString VyrBaseData::ParseVector(bool* stop) {
                     vector->GetValidity()->SetBits(static_cast<int>(bytes.size()), bytes.data());
                 break;
             }
-            default: break;
+            default:
+                break;
         }
     }
     return header;

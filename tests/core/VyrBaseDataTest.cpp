@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include <memory>
 
 #include "support/RecordingObserver.h"
@@ -117,4 +119,11 @@ TEST(VyrBaseData, ObserversDestroyedBeforeTheirDocumentLeaveItClean) {
     EXPECT_EQ(doc.GetObservers().GetCount(), diagrams);
     VyrBaseDataTestAccess::CreateEntity(doc, VYR_KIND_NOTE, 1, nullptr);
     doc.SetDiagramCount(2);  // notifies: must not reach the destroyed observer
+}
+
+TEST(VyrBaseData, GetNewOidStaysAtTheLargestIntInsteadOfOverflowing) {
+    VyrBaseData doc(nullptr);
+    VyrBaseDataTestAccess::CreateEntity(doc, VYR_KIND_COURBE, INT_MAX, nullptr);
+    EXPECT_EQ(INT_MAX, doc.GetNewOid());
+    EXPECT_EQ(INT_MAX, doc.GetNewOid());
 }

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <random>
+#include <vector>
+
 #include "vyrbase/data/VyrBitMask.h"
 
 TEST(VyrBitMask, DefaultHoldsNoBytesAndEveryBitReadsSet) {
@@ -131,4 +134,51 @@ TEST(VyrBitMask, BadIndicesAreIgnored) {
     EXPECT_EQ(m.GetOctetAt(3), 0);
     m.SetBits(2, nullptr);  // grows, writes nothing
     EXPECT_EQ(m.GetSize(), 3);
+}
+
+namespace {
+// Bit-by-bit references for the byte-wise shifts.
+std::vector<bool> Bits(const VyrBitMask& m, int n) {
+    std::vector<bool> bits;
+    for (int i = 0; i < n; ++i)
+        bits.push_back(m.IsSet(i));
+    return bits;
+}
+}  // namespace
+
+TEST(VyrBitMask, ShiftsMatchBitByBitMovesOverRandomRanges) {
+    std::mt19937 rng(3);
+    for (int round = 0; round < 2000; ++round) {
+        const int n = 1 + static_cast<int>(rng() % 70);
+        VyrBitMask m(n);
+        for (int i = 0; i < n; ++i)
+            if (rng() % 2)
+                m.Unset(i);
+        const int first = static_cast<int>(rng() % n);
+        const int end = first + 1 + static_cast<int>(rng() % (n - first));
+        std::vector<bool> before = Bits(m, n + 8);
+        std::vector<bool> up = before, down = before;
+        for (int k = end - 1; k > first; --k)
+            up[k] = up[k - 1];
+        for (int k = first; k + 1 < end; ++k)
+            down[k] = down[k + 1];
+        VyrBitMask a(m), b(m);
+        a.ShiftUp(first, end);
+        b.ShiftDown(first, end);
+        ASSERT_EQ(Bits(a, n + 8), up) << n << " " << first << " " << end;
+        ASSERT_EQ(Bits(b, n + 8), down) << n << " " << first << " " << end;
+        ASSERT_EQ(a.GetSize(), m.GetSize());
+    }
+}
+
+TEST(VyrBitMask, ShiftsIgnoreRangesTheMaskDoesNotHold) {
+    VyrBitMask m(8);  // two bytes: bits 0..15
+    m.Unset(0);
+    m.ShiftUp(0, 17);
+    m.ShiftDown(0, 17);
+    m.ShiftUp(-1, 3);
+    m.ShiftDown(5, 5);
+    EXPECT_EQ(m.GetSize(), 2);
+    EXPECT_FALSE(m.IsSet(0));
+    EXPECT_TRUE(m.IsSet(1));
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <unistd.h>
+
 #include <wx/ffile.h>
 #include <wx/filename.h>
 
@@ -157,7 +159,7 @@ TEST_F(CsvTest, CurveDetachedForUndoAppearsNowhere) {
     Curve(e, "a", "V", "t", "s", {0, 1}, {1, 2});
     VyrCourbe* gone = Curve(e, "b", "V", "t", "s", {0, 1, 2, 3}, {3, 4, 5, 6});
     Curve(e, "c", "V", "t", "s", {0, 1}, {7, 8});
-    gone->SetDeconnected(true);
+    doc.DeconnectCurve(gone);
     EXPECT_EQ(Export(),
               "E;;\r\n"
               "t(s);a(V);c(V)\r\n"
@@ -169,7 +171,7 @@ TEST_F(CsvTest, DetachedFirstCurveGivesTheXColumnToTheNext) {
     VyrExperience* e = Experience("E");
     VyrCourbe* gone = Curve(e, "a", "V", "t", "s", {0, 1}, {1, 2});
     Curve(e, "c", "V", "u", "ms", {5, 6}, {7, 8});
-    gone->SetDeconnected(true);
+    doc.DeconnectCurve(gone);
     EXPECT_EQ(Export(),
               "E;\r\n"
               "u(ms);c(V)\r\n"
@@ -232,4 +234,14 @@ TEST_F(CsvTest, AccentedNamesAreUtf8WithoutMarkAndReadBackByPythonCsv) {
         GTEST_SKIP() << "file(1) not installed";
     EXPECT_NE(kind.find("UTF-8"), std::string::npos) << kind;
     EXPECT_EQ(kind.find("BOM"), std::string::npos) << kind;
+}
+
+TEST_F(CsvTest, ShortWriteAnswersFalse) {
+    if (access("/dev/full", W_OK) != 0)
+        GTEST_SKIP() << "no /dev/full";
+    VyrExperience* e = Experience("E");
+    Curve(e, "a", "V", "t", "s", {0, 1}, {1, 2});
+    EXPECT_FALSE(doc.SaveAsCsvUTF8("/dev/full"));
+    VyrBaseData empty(nullptr);
+    EXPECT_FALSE(empty.SaveAsCsvUTF8("/dev/full"));
 }

@@ -78,7 +78,8 @@ public:
     // ---- Oids and creation ---------------------------------------------------------------
 
     // Increments the oid counter and returns it: 1, 2, 3... never reused while the document
-    // lives (Delete starts again at 1).
+    // lives (Delete starts again at 1). A counter at the largest int (an oid read from a file)
+    // stays there.
     int GetNewOid();
     // The highest oid handed out or seen.
     int GetLastOid() const { return m_iLastOid; }
@@ -165,6 +166,10 @@ public:
     // Uses 1 or 2 diagrams (anything else: false). A change activates diagram n-1, sends 21 when
     // the active diagram changed, then VYR_MSG_DIAGRAM_COUNT_CHANGED (30).
     bool SetDiagramCount(int count);
+    // The title note of diagram 0 or 1 (null when it has none, and for any other index); the
+    // setter does nothing for another index. The note stays an entity of the document.
+    VyrNote* GetDiagramTitle(int index) const;
+    void SetDiagramTitle(int index, VyrNote* note);
 
     // ---- Active document (process-wide; set by the application, never by the library) ----
 
@@ -341,11 +346,18 @@ protected:
 private:
     friend class VyrBaseDataTestAccess;
 
+    // Hands the section of `header` to its reader (an unknown header to ParseInconnu) and
+    // answers the next header; notes when an experiment section was met.
+    wxString ReadSection(const wxString& header, bool* stop, bool* experienceSeen);
     // Pieces of the curve reader.
     static wxColour ColourFromFile(int value);
     static void ApplyStyleEx(VyrCourbe* curve, const wxString& style);
     VyrVecteur* FindCurveVector(int oid, VyrCourbe* curve, bool x);
     void RaiseDiagramCount(int count);
+
+    // The seven physiology sections: one writer and one reader driven by the kind's table.
+    bool SauvePhysioRecords(VyrTextWriter& out, int kind);
+    wxString ParsePhysioRecords(int kind);
 
     void CreateDiagrams();
     void DestroyDiagrams();

@@ -39,6 +39,14 @@ public:
     // Byte k, unchecked.
     unsigned char operator[](int k) const { return m_pBytes[k]; }
 
+    // Bits first..end-2 move one place up (bit k+1 takes bit k); bit `first` keeps its state
+    // and bit end-1 is overwritten. Used to insert a point. Ignored unless 0 <= first < end and
+    // the mask holds bit end-1.
+    void ShiftUp(int first, int end);
+    // Bits first+1..end-1 move one place down (bit k takes bit k+1); bit end-1 keeps its state.
+    // Used to remove a point. Same conditions as ShiftUp.
+    void ShiftDown(int first, int end);
+
 private:
     // Reallocates to exactly `bytes` bytes when it holds fewer (zero-filled, old bytes kept).
     // False when the allocation failed (the mask is then unchanged).
@@ -48,6 +56,9 @@ private:
     bool Hold(int i);
 
     int m_iSize = 0;
+    // Bytes allocated: at least m_iSize, grown geometrically so that a mask that follows a vector
+    // point by point is not copied every eight points. Bytes past m_iSize stay zero.
+    int m_iCapacity = 0;
     unsigned char* m_pBytes = nullptr;
 };
 

@@ -51,8 +51,9 @@ public:
     // Only when n exceeds the capacity: n zeroed doubles replace the storage without copying
     // (old values are lost). Size unchanged. A failed allocation changes nothing.
     void PreAlloc(int n);
-    // size = n; grows the storage to n + 100 when n exceeds the capacity (old values kept, the
-    // rest zeroed) and the mask to n bits. A failed allocation changes nothing.
+    // size = n; grows the capacity to n + 100 when n exceeds it (old values kept, the rest
+    // zeroed) and the mask to n bits. A failed allocation changes nothing. Appending one point
+    // at a time costs amortised constant time.
     void Resize(int n);
     // Frees the storage (size and capacity 0). The mask keeps its bytes and invalid marks.
     void Raz();
@@ -95,6 +96,9 @@ private:
     int m_iSize = 0;
     double* m_pValues = nullptr;
     int m_iCapacity = 0;
+    // Doubles actually allocated behind the capacity (at least the capacity): Resize reserves
+    // geometrically so that growth by the 100-point slack seldom moves the storage.
+    int m_iReserve = 0;
     double m_dDummy = 0.0;
 };
 

@@ -271,8 +271,8 @@ private:
     // transform is left as it was and the answer is false. It does not save anything: callers
     // save the current scale first and restore it (then UpdateWorld) when they are done.
     bool SetCurrentScaleForUnits(const wxString& unitX, const wxString& unitY);
-    // The same for a curve's X and Y vector units, followed by UpdateWorld; false for a curve
-    // without both vectors or with an empty range.
+    // The same for a curve's X and Y vector units; false for a curve without both vectors or
+    // with an empty range.
     bool SetCurrentScaleForCourbe(VyrCourbe* courbe);
     void CopyFrom(const VyrDiagram& other);
 

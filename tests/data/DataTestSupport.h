@@ -1,0 +1,186 @@
+// Helpers shared by the data tests: access to a diagram's abscissa unit, curves built from
+// values, a translation catalogue held in memory, and an application object whose layout runs
+// right to left.
+#ifndef VYR_TESTS_DATA_DATATESTSUPPORT_H
+#define VYR_TESTS_DATA_DATATESTSUPPORT_H
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <wx/app.h>
+#include <wx/translation.h>
+
+#include "support/VyrBaseDataTestAccess.h"
+#include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrCourbeParam.h"
+#include "vyrbase/data/VyrExperience.h"
+#include "vyrbase/data/VyrExperienceParam.h"
+#include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/diagram/VyrDiagram.h"
+
+class VyrDiagramTestAccess {
+public:
+    static void SetUx(VyrDiagram* d, const wxString& ux) { d->m_sUx = ux; }
+};
+
+namespace vyrtest {
+
+inline VyrExperience* Experience(VyrBaseData& doc, const wxString& name) {
+    VyrExperienceParam p(name);
+    return doc.CreateExperience(p);
+}
+
+inline VyrCourbeParam Param(const wxString& grdY, const wxString& uniteY, const wxString& grdX,
+                            const wxString& uniteX) {
+    VyrCourbeParam p;
+    p.m_sNom = "C_" + grdY + "_" + grdX;
+    p.m_sNomVx = p.m_sNom + "VX";
+    p.m_sNomVy = p.m_sNom + "VY";
+    p.m_sGrdY = grdY;
+    p.m_sUniteY = uniteY;
+    p.m_sGrdX = grdX;
+    p.m_sUniteX = uniteX;
+    return p;
+}
+
+// A curve of e with quantities grdY(t), units V and s, holding the points (xs[i], ys[i]).
+inline VyrCourbe* Curve(VyrBaseData& doc, VyrExperience* e, const wxString& grdY,
+                        const std::vector<double>& xs, const std::vector<double>& ys) {
+    VyrCourbeParam p = Param(grdY, "V", "t", "s");
+    VyrCourbe* c = doc.CreateCourbe(e, p, nullptr, false);
+    for (size_t i = 0; i < xs.size() && i < ys.size(); ++i)
+        doc.AddPoint(c, xs[i], ys[i], false);
+    return c;
+}
+
+inline std::vector<double> Values(const VyrVecteur* v) {
+    std::vector<double> values;
+    for (int i = 0; i < v->GetSize(); ++i)
+        values.push_back((*v)[i]);
+    return values;
+}
+
+inline std::vector<bool> Validity(const VyrVecteur* v) {
+    std::vector<bool> valid;
+    for (int i = 0; i < v->GetSize(); ++i)
+        valid.push_back(v->IsValidAt(i));
+    return valid;
+}
+
+inline std::vector<VyrEntity*> Entities(const VyrListEntity& list) {
+    std::vector<VyrEntity*> entities;
+    for (auto* node = list.GetFirst(); node; node = node->GetNext())
+        entities.push_back(node->GetData());
+    return entities;
+}
+
+inline std::vector<VyrEntity*> Detached(const VyrBaseData& doc) {
+    std::vector<VyrEntity*> entities;
+    for (size_t i = 0; i < doc.GetDeconnectedEntities().GetCount(); ++i)
+        entities.push_back(doc.GetDeconnectedEntities()[i]);
+    return entities;
+}
+
+template <class List>
+std::vector<void*> Items(const List& list) {
+    std::vector<void*> items;
+    for (auto* node = list.GetFirst(); node; node = node->GetNext())
+        items.push_back(node->GetData());
+    return items;
+}
+
+// Builds a gettext catalogue (.mo) in memory from msgid -> msgstr pairs.
+inline std::string MoData(std::map<std::string, std::string> entries) {
+    entries[""] = "Content-Type: text/plain; charset=UTF-8\n";
+    const uint32_t n = static_cast<uint32_t>(entries.size());
+    const uint32_t originals = 28, translations = originals + 8 * n;
+    uint32_t offset = translations + 8 * n;
+    std::vector<uint32_t> header = {0x950412de, 0, n, originals, translations, 0, offset};
+    std::vector<uint32_t> origTable, transTable;
+    std::string strings;
+    for (const auto& entry : entries) {
+        origTable.push_back(static_cast<uint32_t>(entry.first.size()));
+        origTable.push_back(offset + static_cast<uint32_t>(strings.size()));
+        strings += entry.first + '\0';
+    }
+    for (const auto& entry : entries) {
+        transTable.push_back(static_cast<uint32_t>(entry.second.size()));
+        transTable.push_back(offset + static_cast<uint32_t>(strings.size()));
+        strings += entry.second + '\0';
+    }
+    std::string data;
+    for (const auto* table : {&header, &origTable, &transTable})
+        for (uint32_t word : *table)
+            data.append(reinterpret_cast<const char*>(&word), 4);
+    return data + strings;
+}
+
+// Installs translations from an in-memory catalogue while it lives.
+class TranslationScope {
+public:
+    explicit TranslationScope(const std::map<std::string, std::string>& entries) {
+        auto* translations = new wxTranslations;
+        translations->SetLoader(new Loader(MoData(entries)));
+        translations->SetLanguage("fr");
+        wxTranslations::Set(translations);
+        m_loaded = translations->AddCatalog("vyrtest");
+    }
+    ~TranslationScope() { wxTranslations::Set(nullptr); }
+    bool IsLoaded() const { return m_loaded; }
+
+private:
+    class Loader : public wxTranslationsLoader {
+    public:
+        explicit Loader(std::string data) : m_data(std::move(data)) {}
+        wxMsgCatalog* LoadCatalog(const wxString& domain, const wxString& lang) override {
+            if (domain != "vyrtest" || !lang.StartsWith("fr"))
+                return nullptr;
+            char* copy = static_cast<char*>(std::malloc(m_data.size()));
+            std::memcpy(copy, m_data.data(), m_data.size());
+            return wxMsgCatalog::CreateFromData(
+                wxScopedCharBuffer::CreateOwned(copy, m_data.size()), domain);
+        }
+        wxArrayString GetAvailableTranslations(const wxString&) const override {
+            wxArrayString langs;
+            langs.Add("fr");
+            return langs;
+        }
+
+    private:
+        std::string m_data;
+    };
+
+    bool m_loaded = false;
+};
+
+// Replaces the process's application object by a GUI one laid out right to left while it
+// lives, then puts the previous one back.
+class RightToLeftAppScope {
+public:
+    RightToLeftAppScope() : m_previous(wxAppConsole::GetInstance()) {
+        m_app = new App;
+        wxAppConsole::SetInstance(m_app);
+    }
+    ~RightToLeftAppScope() {
+        delete m_app;
+        wxAppConsole::SetInstance(m_previous);
+    }
+
+private:
+    class App : public wxApp {
+    public:
+        wxLayoutDirection GetLayoutDirection() const override { return wxLayout_RightToLeft; }
+    };
+
+    wxAppConsole* m_previous;
+    App* m_app;
+};
+
+}  // namespace vyrtest
+
+#endif

@@ -1,0 +1,443 @@
+#include <gtest/gtest.h>
+
+#include "FileTestSupport.h"
+#include "support/RecordingObserver.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrExperience.h"
+#include "vyrbase/data/VyrVecteur.h"
+
+using namespace filetest;
+
+namespace {
+
+int CountKind(VyrBaseData& doc, int kind) {
+    int n = 0;
+    for (auto* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext())
+        n += node->GetData()->GetKind() == kind;
+    return n;
+}
+
+// Loads `bytes` written to a temporary file.
+bool LoadBytes(VyrBaseData& doc, const std::string& bytes) {
+    TempDir dir;
+    const std::string path = dir.File("in.vyr");
+    WriteBytes(path, bytes);
+    return doc.Load(Wx(path));
+}
+
+// The one-curve document as the hand-written file describes it.
+void ExpectOneCurveDocument(VyrBaseData& doc) {
+    EXPECT_EQ(4u, doc.GetEntityList().GetCount());
+    VyrExperience* e = doc.FindExperienceByOid(1);
+    ASSERT_TRUE(e);
+    EXPECT_EQ(wxString(L"Exp\u00e9rience 1"), e->GetEntityName());
+    ASSERT_EQ(1, e->GetNbCourbe());
+    VyrCourbe* c = doc.FindCourbeByOid(2);
+    ASSERT_TRUE(c);
+    EXPECT_EQ(c, e->GetCourbes().GetFirst()->GetData());
+    EXPECT_EQ(wxString(L"T(t)"), c->GetEntityName());
+    EXPECT_EQ(wxString(L"mesure \"A\""), c->GetText());
+    EXPECT_EQ(wxColour(0, 128, 255), c->GetColor());
+    EXPECT_EQ(2, c->GetWidth());
+    EXPECT_EQ(3, c->GetStylePoint());
+    EXPECT_EQ(1, c->GetStyleLiaison());
+    EXPECT_TRUE(c->IsShownInDiagram(0));
+    EXPECT_FALSE(c->IsShownInDiagram(1));
+    EXPECT_EQ(0.0, c->GetScale().GetXmin());
+    EXPECT_EQ(10.0, c->GetScale().GetXmax());
+    EXPECT_EQ(-5.0, c->GetScale().GetYmin());
+    EXPECT_EQ(25.5, c->GetScale().GetYmax());
+    VyrVecteur* vx = c->GetVx();
+    VyrVecteur* vy = c->GetVy();
+    ASSERT_TRUE(vx && vy);
+    EXPECT_EQ(3, vx->GetOid());
+    EXPECT_EQ(4, vy->GetOid());
+    EXPECT_EQ(wxString(L"t"), vx->GetGrandeur());
+    EXPECT_EQ(wxString(L"s"), vx->GetUnite());
+    EXPECT_EQ(wxString(L"T"), vy->GetGrandeur());
+    EXPECT_EQ(wxString(L"\u00b0C"), vy->GetUnite());
+    const double xs[] = {0, 2.5, 5, 7.5, 10};
+    const double ys[] = {20, 21.5, 1e6, 23.25, -0.001};
+    ASSERT_EQ(5, vx->GetSize());
+    ASSERT_EQ(5, vy->GetSize());
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(xs[i], vx->GetVal(i));
+        EXPECT_EQ(ys[i], vy->GetVal(i));
+        EXPECT_EQ(i != 2, vx->IsValidAt(i));
+        EXPECT_EQ(i != 2, vy->IsValidAt(i));
+    }
+    EXPECT_EQ(1, doc.GetDiagramCount());
+}
+
+}  // namespace
+
+TEST(VyrBaseDataLoad, RebuildsTheHandWrittenFileWithItsOids) {
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(OneCurveText())));
+    ExpectOneCurveDocument(doc);
+    EXPECT_EQ(4, doc.GetLastOid());
+    EXPECT_EQ(0u, doc.GetUnknownSections().GetCount());
+}
+
+TEST(VyrBaseDataLoad, ReadsTheSameDocumentInUtf8WithAndWithoutMarkAndInLatin1) {
+    const std::wstring text = OneCurveText();
+    const std::string encodings[] = {std::string("\xEF\xBB\xBF") + Utf8(text), Utf8(text),
+                                     Latin1(text)};
+    for (const std::string& bytes : encodings) {
+        SCOPED_TRACE(&bytes - encodings);
+        VyrBaseData doc(nullptr);
+        ASSERT_TRUE(LoadBytes(doc, bytes));
+        ExpectOneCurveDocument(doc);
+    }
+}
+
+TEST(VyrBaseDataLoad, KeepsCharactersBeyondLatin1InUtf16AndUtf8) {
+    std::wstring text = OneCurveText();
+    const size_t at = text.find(L"\"T\"");
+    text.replace(at, 3, L"\"\u03b8\U0001D4AF\"");
+    for (const std::string& bytes : {Utf16File(text), Utf8(text)}) {
+        VyrBaseData doc(nullptr);
+        ASSERT_TRUE(LoadBytes(doc, bytes));
+        EXPECT_EQ(wxString(L"\u03b8\U0001D4AF"), doc.FindCourbeByOid(2)->GetVy()->GetGrandeur());
+    }
+}
+
+TEST(VyrBaseDataLoad, WithoutMarkTheUnitHeaderDecidesBetweenUtf8AndLatin1) {
+    const std::wstring body =
+        L"[manipulation]\r\n\toid = 7\r\n\tnom = \"\u00e9t\u00e9\"\r\n\tcourbes = table 0 "
+        L"{\r\n\t}\r\n";
+    {
+        VyrBaseData doc(nullptr);
+        ASSERT_TRUE(LoadBytes(doc, Utf8(L"[unit\u00e9]\r\n\toid = 50\r\n" + body)));
+        EXPECT_EQ(wxString(L"\u00e9t\u00e9"), doc.FindExperienceByOid(7)->GetEntityName());
+    }
+    {
+        // No unit section: the UTF-8 bytes are read as ISO-8859-1, two characters each.
+        VyrBaseData doc(nullptr);
+        ASSERT_TRUE(LoadBytes(doc, Utf8(body)));
+        EXPECT_EQ(wxString(L"\u00c3\u00a9t\u00c3\u00a9"),
+                  doc.FindExperienceByOid(7)->GetEntityName());
+    }
+}
+
+TEST(VyrBaseDataLoad, EmptyOrBlankFileGivesOneDefaultExperiment) {
+    for (const std::string& bytes :
+         {std::string(), std::string("\r\n\r\n\t\n"), Utf16File(L""), Utf16File(L"\r\n\r\n")}) {
+        VyrBaseData doc(nullptr);
+        ASSERT_TRUE(LoadBytes(doc, bytes));
+        ASSERT_EQ(1u, doc.GetEntityList().GetCount());
+        VyrEntity* e = doc.GetEntityList().GetFirst()->GetData();
+        EXPECT_EQ(VYR_KIND_EXPERIENCE, e->GetKind());
+        EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"), e->GetEntityName());
+        EXPECT_EQ(0, static_cast<VyrExperience*>(e)->GetNbCourbe());
+    }
+}
+
+TEST(VyrBaseDataLoad, BigEndianMarkIsRefusedAndLeavesTheDocumentEmpty) {
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    std::string bytes("\xFE\xFF", 2);
+    for (wchar_t c : OneCurveText()) {
+        bytes.push_back(static_cast<char>(c >> 8));
+        bytes.push_back(static_cast<char>(c & 0xFF));
+    }
+    EXPECT_FALSE(LoadBytes(doc, bytes));
+    EXPECT_EQ(0u, doc.GetEntityList().GetCount());
+}
+
+TEST(VyrBaseDataLoad, AKeyLineFirstAnswersFalse) {
+    VyrBaseData doc(nullptr);
+    EXPECT_FALSE(LoadBytes(doc, Utf16File(L"\r\n\toid = 3\r\n[vecteur]\r\n\toid = 4\r\n")));
+    // Nothing was read, and no default experiment is made.
+    EXPECT_EQ(0u, doc.GetEntityList().GetCount());
+    VyrBaseData other(nullptr);
+    EXPECT_FALSE(LoadBytes(other, Utf16File(L"vecteur]\r\n\toid = 4\r\n")));
+}
+
+TEST(VyrBaseDataLoad, ACapitalisedVectorHeaderIsKeptVerbatimAsUnknown) {
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(
+        doc, Utf16File(L"[Vecteur]\r\n\toid = 3\r\n\tnom = \"x\"\r\n\r\n" + OneCurveText())));
+    ASSERT_EQ(1u, doc.GetUnknownSections().GetCount());
+    EXPECT_EQ(wxString(L"[Vecteur]\n\toid = 3\r\n\tnom = \"x\"\r\n\r\n"),
+              doc.GetUnknownSections()[0]);
+    EXPECT_FALSE(doc.FindEntity(3) && doc.FindEntity(3)->GetKind() != VYR_KIND_VECTEUR);
+    ExpectOneCurveDocument(doc);
+    // Written back at the end of the next save, after every known section.
+    TempDir dir;
+    const std::string path = dir.File("out.vyr");
+    ASSERT_TRUE(doc.Save(Wx(path)));
+    const std::wstring written = FromUtf16(ReadBytes(path));
+    const std::wstring tail = L"[Vecteur]\n\toid = 3\r\n\tnom = \"x\"\r\n\r\n\r\n";
+    ASSERT_GT(written.size(), tail.size());
+    EXPECT_EQ(tail, written.substr(written.size() - tail.size()));
+}
+
+TEST(VyrBaseDataLoad, KnownRecordSectionsAreNotKeptAsUnknown) {
+    const wchar_t* const headers[] = {L"[Annotation]",
+                                      L"[outil_Interval]",
+                                      L"[compte_rendu]",
+                                      L"[cellules]",
+                                      L"[spirog]",
+                                      L"[spirom]",
+                                      L"[spiroexp]",
+                                      L"[Param_RespihomConfig]",
+                                      L"[Param_RespihomData]",
+                                      L"[Param_SpiroMetaConfig]",
+                                      L"[Param_SpiroMetaData]",
+                                      L"[image_Redy]"};
+    std::wstring text;
+    for (const wchar_t* header : headers)
+        text += std::wstring(header) + L"\r\n\toid = 900\r\n\r\n";
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(text + OneCurveText())));
+    EXPECT_EQ(0u, doc.GetUnknownSections().GetCount());
+    EXPECT_TRUE(doc.FindExperienceByOid(1));
+}
+
+TEST(VyrBaseDataLoad, AHeaderThatIsTheLastLineIsDropped) {
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(L"[Inconnu]\r\n\tk = 1\r\n[manipulation]\r\n")));
+    // The experiment header was never dispatched: the default experiment stands in.
+    ASSERT_EQ(1, CountKind(doc, VYR_KIND_EXPERIENCE));
+    EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"),
+              doc.GetEntityList().GetFirst()->GetData()->GetEntityName());
+}
+
+TEST(VyrBaseDataLoad, MissingFileAnswersFalseKeepsTheDocumentAndNotifies) {
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    RecordingObserver observer;
+    doc.AddObserver(&observer);
+    observer.Clear();
+    EXPECT_FALSE(doc.Load(L"/nonexistent/dir/file.vyr"));
+    EXPECT_EQ(4u, doc.GetEntityList().GetCount());
+    EXPECT_EQ(std::vector<int>{VYR_MSG_FILE_LOADED}, observer.Codes());
+    EXPECT_EQ(nullptr, observer.messages[0].param);
+    doc.RemoveObserver(&observer);
+}
+
+TEST(VyrBaseDataLoad, ADirectoryAnswersFalse) {
+    TempDir dir;
+    VyrBaseData doc(nullptr);
+    EXPECT_FALSE(doc.Load(Wx(dir.Path())));
+}
+
+TEST(VyrBaseDataLoad, NotifiesFileLoadedAfterASuccessfulLoad) {
+    VyrBaseData doc(nullptr);
+    RecordingObserver observer;
+    doc.AddObserver(&observer);
+    observer.Clear();
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(OneCurveText())));
+    ASSERT_FALSE(observer.Codes().empty());
+    EXPECT_EQ(VYR_MSG_FILE_LOADED, observer.Codes().back());
+    doc.RemoveObserver(&observer);
+}
+
+TEST(VyrBaseDataLoad, UnitRecordsAndMapsAreEmptiedAfterEveryAttempt) {
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(OneCurveText())));
+    EXPECT_TRUE(doc.GetUnitMap().empty());
+    EXPECT_TRUE(doc.GetVectorUnitMap().empty());
+    EXPECT_FALSE(LoadBytes(doc, std::string("\xFE\xFF", 2)));
+    EXPECT_TRUE(doc.GetUnitMap().empty());
+    EXPECT_TRUE(doc.GetVectorUnitMap().empty());
+}
+
+TEST(VyrBaseDataLoad, VectorsNoCurveUsesAreRemoved) {
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(
+        doc, Utf16File(L"[vecteur]\r\n\toid = 40\r\n\tnom = \"lost\"\r\n" + OneCurveText())));
+    EXPECT_EQ(nullptr, doc.FindEntity(40));
+    ExpectOneCurveDocument(doc);
+}
+
+TEST(VyrBaseDataLoad, OneByteAndOddUtf16Files) {
+    {
+        // One byte: no mark possible; read as ISO-8859-1, a lone first line and nothing after.
+        VyrBaseData doc(nullptr);
+        EXPECT_TRUE(LoadBytes(doc, "["));
+        EXPECT_EQ(1, CountKind(doc, VYR_KIND_EXPERIENCE));
+    }
+    {
+        VyrBaseData doc(nullptr);
+        EXPECT_FALSE(LoadBytes(doc, "x\r\n[y]\r\n"));
+    }
+    {
+        // An odd UTF-16 length: the last byte pairs with a zero and reads as a character.
+        VyrBaseData doc(nullptr);
+        std::string bytes = Utf16File(L"[manipulation]\r\n\toid = 5\r\n\tnom = \"");
+        bytes += "A";
+        EXPECT_TRUE(LoadBytes(doc, bytes));
+        ASSERT_TRUE(doc.FindExperienceByOid(5));
+        // The quoted name ends with the text: "A" without its closing quote.
+        EXPECT_EQ(wxString(L"A"), doc.FindExperienceByOid(5)->GetEntityName());
+    }
+    {
+        // Just the mark and one byte.
+        VyrBaseData doc(nullptr);
+        EXPECT_TRUE(LoadBytes(doc, std::string("\xFF\xFE[", 3)));
+    }
+}
+
+TEST(VyrBaseDataLoad, InvalidUtf8AfterTheMarkAnswersFalse) {
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    RecordingObserver observer;
+    doc.AddObserver(&observer);
+    observer.Clear();
+    EXPECT_FALSE(
+        LoadBytes(doc, std::string("\xEF\xBB\xBF[manipulation]\r\n\tnom = \"\xC3\x28\"\r\n")));
+    EXPECT_EQ(0u, doc.GetEntityList().GetCount());
+    // Emptying the document announced its deletions; the load attempt ends with code 8.
+    ASSERT_FALSE(observer.Codes().empty());
+    EXPECT_EQ(VYR_MSG_FILE_LOADED, observer.Codes().back());
+    doc.RemoveObserver(&observer);
+}
+
+TEST(VyrBaseDataLoad, AZeroByteEndsAnEightBitText) {
+    VyrBaseData doc(nullptr);
+    std::string bytes = Latin1(OneCurveText());
+    bytes.insert(bytes.find("[manipulation]"), std::string(1, '\0'));
+    ASSERT_TRUE(LoadBytes(doc, bytes));
+    // The experiment section was cut off: the default one holds the curve.
+    EXPECT_EQ(nullptr, doc.FindExperienceByOid(1));
+    ASSERT_EQ(1, CountKind(doc, VYR_KIND_EXPERIENCE));
+}
+
+TEST(VyrBaseDataLoad, ATableWithoutClosingBraceConsumesTheRestAndStops) {
+    const std::wstring text =
+        L"[vecteur]\r\n\toid = 3\r\n\tpoints = table 2 {\r\n\t1\t2\r\n"
+        L"[courbe]\r\n\toid = 2\r\n\tvx = 3\r\n\tvy = 3\r\n";
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(text)));
+    // The curve section was read as table elements: no curve, and the vector went with the
+    // orphans.
+    EXPECT_EQ(0, CountKind(doc, VYR_KIND_COURBE));
+    EXPECT_EQ(0, CountKind(doc, VYR_KIND_VECTEUR));
+    EXPECT_EQ(1, CountKind(doc, VYR_KIND_EXPERIENCE));
+}
+
+TEST(VyrBaseDataLoad, AQuoteNeverClosedEndsTheLoadWithWhatWasRead) {
+    // No double quote follows the comment's opening one.
+    const std::wstring text =
+        L"[vecteur]\r\n\toid = 3\r\n"
+        L"[courbe]\r\n\toid = 2\r\n\tcommentaire = \"open\r\n\tvx = 3\r\n\r\n"
+        L"[manipulation]\r\n\toid = 1\r\n\tcourbes = table 1 {\r\n\t2\t\r\n\t}\r\n";
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(text)));
+    VyrCourbe* c = doc.FindCourbeByOid(2);
+    ASSERT_TRUE(c);
+    // The comment ran to the end of the text, line by line; nothing after it was read as
+    // lines of their own.
+    EXPECT_EQ(
+        wxString(L"open\r\nvx = 3\r\n[manipulation]\r\noid = 1\r\ncourbes = table 1 {\r\n2\r\n}"),
+        c->GetText());
+    EXPECT_EQ(nullptr, c->GetVx());
+    EXPECT_EQ(nullptr, doc.FindExperienceByOid(1));
+    // The default experiment stands in for the section that was never reached.
+    EXPECT_EQ(1, CountKind(doc, VYR_KIND_EXPERIENCE));
+}
+
+TEST(VyrBaseDataLoad, OidsThatNameNothing) {
+    std::wstring text = OneCurveText();
+    text.replace(text.find(L"\tvx = 3"), 7, L"\tvx = 99");
+    text.replace(text.find(L"\t2\t\r\n\t}"), 3, L"\t2 77\t");
+    text += L"[manipulation]\r\n\toid = 8\r\n\tnom = \"after\"\r\n";
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(text)));
+    VyrCourbe* c = doc.FindCourbeByOid(2);
+    ASSERT_TRUE(c);
+    EXPECT_EQ(nullptr, c->GetVx());
+    // 77 names nothing: the experiment keeps its curve, and the load ends there.
+    ASSERT_TRUE(doc.FindExperienceByOid(1));
+    EXPECT_EQ(1, doc.FindExperienceByOid(1)->GetNbCourbe());
+    EXPECT_EQ(nullptr, doc.FindExperienceByOid(8));
+}
+
+TEST(VyrBaseDataLoad, HugeAndNegativeCountsAndOids) {
+    const std::wstring text =
+        L"[vecteur]\r\n\toid = 3\r\n\tpoints = table 2147483647 {\r\n\t1\t2\r\n\t}\r\n"
+        L"\tvalidit\u00e9 = table -5 {\r\n\t255\r\n\t}\r\n"
+        L"[vecteur]\r\n\toid = -4\r\n\tpoints = table -1 {\r\n\t7\r\n\t}\r\n"
+        L"[courbe]\r\n\toid = 99999999999999\r\n\tvx = 3\r\n\tvy = -4\r\n"
+        L"\tlesdiagrammes = table 99 {\r\n\t0\t0\t1\t1\r\n\t}\r\n"
+        L"\tdiagramme = -3\r\n";
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(text)));
+    VyrCourbe* c = doc.FindCourbeByOid(INT_MAX);
+    ASSERT_TRUE(c);
+    ASSERT_TRUE(c->GetVx() && c->GetVy());
+    EXPECT_EQ(2, c->GetVx()->GetSize());
+    EXPECT_EQ(2.0, c->GetVx()->GetVal(1));
+    EXPECT_FALSE(c->GetVx()->IsValidAt(0));
+    EXPECT_EQ(-4, c->GetVy()->GetOid());
+    EXPECT_EQ(1, c->GetVy()->GetSize());
+    EXPECT_FALSE(c->IsShownInDiagram(0));
+    EXPECT_FALSE(c->IsShownInDiagram(1));
+    EXPECT_EQ(1, doc.GetDiagramCount());
+    // The default experiment took the next oid, which cannot go past the largest int.
+    EXPECT_EQ(INT_MAX, doc.GetLastOid());
+    ASSERT_TRUE(doc.GetEntity(VYR_KIND_EXPERIENCE));
+    EXPECT_EQ(INT_MAX, doc.GetEntity(VYR_KIND_EXPERIENCE)->GetOid());
+}
+
+TEST(VyrBaseDataLoad, AHundredMegabyteLine) {
+    // One line of 100 MB (ISO-8859-1): a vector name.
+    std::string bytes = "[vecteur]\r\n\toid = 3\r\n\tnom = \"";
+    bytes.append(100u << 20, 'a');
+    bytes += "\"\r\n[courbe]\r\n\toid = 2\r\n\tvx = 3\r\n\tvy = 3\r\n";
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, bytes));
+    VyrCourbe* c = doc.FindCourbeByOid(2);
+    ASSERT_TRUE(c && c->GetVx());
+    EXPECT_EQ(100u << 20, c->GetVx()->GetGrandeur().length());
+}
+
+TEST(VyrBaseDataLoad, DetectorsRecogniseOnlyTheirMarksAndTheUnitHeader) {
+    bool flag = true;
+    unsigned char utf8Mark[] = {0xEF, 0xBB, 0xBF, 0};
+    EXPECT_TRUE(VyrBaseData::IsUTF8TextFile(utf8Mark, 3, &flag));
+    EXPECT_TRUE(flag);
+    unsigned char header[] = "x\r\n[unit\xC3\xA9]";
+    EXPECT_TRUE(VyrBaseData::IsUTF8TextFile(header, sizeof header - 1, &flag));
+    EXPECT_FALSE(flag);
+    unsigned char latin[] = "[unit\xE9]";
+    EXPECT_FALSE(VyrBaseData::IsUTF8TextFile(latin, sizeof latin - 1, &flag));
+    // The search ends at the first zero byte.
+    unsigned char hidden[] = "ab\0[unit\xC3\xA9]";
+    EXPECT_FALSE(VyrBaseData::IsUTF8TextFile(hidden, sizeof hidden - 1, &flag));
+    EXPECT_FALSE(VyrBaseData::IsUTF8TextFile(utf8Mark, 2, &flag));
+    EXPECT_FALSE(VyrBaseData::IsUTF8TextFile(nullptr, 0, &flag));
+
+    unsigned char le[] = {0xFF, 0xFE}, be[] = {0xFE, 0xFF}, none[] = {'a', 'b'};
+    EXPECT_TRUE(VyrBaseData::IsUnicodeTextFile(le, 2, &flag));
+    EXPECT_TRUE(flag);
+    EXPECT_TRUE(VyrBaseData::IsUnicodeTextFile(be, 2, &flag));
+    EXPECT_FALSE(flag);
+    EXPECT_FALSE(VyrBaseData::IsUnicodeTextFile(none, 2, &flag));
+    EXPECT_TRUE(flag);
+    EXPECT_FALSE(VyrBaseData::IsUnicodeTextFile(le, 1, &flag));
+    EXPECT_FALSE(VyrBaseData::IsUnicodeTextFile(nullptr, 2, &flag));
+}
+
+TEST(VyrBaseDataLoad, ParseUnicodeTextOfNullAnswersFalse) {
+    VyrBaseData doc(nullptr);
+    EXPECT_FALSE(doc.ParseUnicodeText(nullptr));
+}
+
+TEST(VyrBaseDataLoad, SimuleSectionManipTakesEveryCurveInListOrder) {
+    VyrBaseData doc(nullptr);
+    VyrBaseDataTestAccess access(doc);
+    access.CreateEntity(VYR_KIND_COURBE, 10, L"a");
+    access.CreateEntity(VYR_KIND_VECTEUR, 11, nullptr);
+    access.CreateEntity(VYR_KIND_COURBE, 5, L"b");
+    doc.SimuleSectionManip();
+    VyrExperience* e = static_cast<VyrExperience*>(doc.GetEntity(VYR_KIND_EXPERIENCE));
+    ASSERT_TRUE(e);
+    EXPECT_EQ(12, e->GetOid());
+    EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"), e->GetEntityName());
+    ASSERT_EQ(2, e->GetNbCourbe());
+    EXPECT_EQ(10, e->GetCourbes().GetFirst()->GetData()->GetOid());
+    EXPECT_EQ(5, e->GetCourbes().GetLast()->GetData()->GetOid());
+}

@@ -1,0 +1,317 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <map>
+
+#include <sys/resource.h>
+
+#include <wx/file.h>
+#include <wx/strconv.h>
+
+#include "FileTestSupport.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrExperience.h"
+#include "vyrbase/data/VyrVecteur.h"
+
+using namespace filetest;
+
+namespace {
+
+std::vector<std::wstring> Headers(const std::wstring& text) {
+    std::vector<std::wstring> headers;
+    size_t pos = 0;
+    while ((pos = text.find(L"\r\n[", pos)) != std::wstring::npos) {
+        const size_t end = text.find(L']', pos);
+        headers.push_back(text.substr(pos + 2, end - pos - 1));
+        pos = end;
+    }
+    if (text.compare(0, 1, L"[") == 0)
+        headers.insert(headers.begin(), text.substr(0, text.find(L']') + 1));
+    return headers;
+}
+
+// Everything a round trip must keep, for one curve and its two vectors.
+void ExpectSameCurve(VyrCourbe* a, VyrCourbe* b) {
+    ASSERT_TRUE(a && b);
+    EXPECT_EQ(a->GetOid(), b->GetOid());
+    EXPECT_EQ(a->GetEntityName(), b->GetEntityName());
+    EXPECT_EQ(a->GetText(), b->GetText());
+    EXPECT_EQ(a->GetColor(), b->GetColor());
+    EXPECT_EQ(a->GetWidth(), b->GetWidth());
+    EXPECT_EQ(a->GetStylePoint(), b->GetStylePoint());
+    EXPECT_EQ(a->GetStyleLiaison(), b->GetStyleLiaison());
+    EXPECT_EQ(a->IsShownInDiagram(0), b->IsShownInDiagram(0));
+    EXPECT_EQ(a->IsShownInDiagram(1), b->IsShownInDiagram(1));
+    EXPECT_EQ(a->GetScale().GetXmin(), b->GetScale().GetXmin());
+    EXPECT_EQ(a->GetScale().GetXmax(), b->GetScale().GetXmax());
+    EXPECT_EQ(a->GetScale().GetYmin(), b->GetScale().GetYmin());
+    EXPECT_EQ(a->GetScale().GetYmax(), b->GetScale().GetYmax());
+    for (VyrVecteur* va : {a->GetVx(), a->GetVy()}) {
+        VyrVecteur* vb = va == a->GetVx() ? b->GetVx() : b->GetVy();
+        ASSERT_TRUE(va && vb);
+        EXPECT_EQ(va->GetOid(), vb->GetOid());
+        EXPECT_EQ(va->GetGrandeur(), vb->GetGrandeur());
+        EXPECT_EQ(va->GetUnite(), vb->GetUnite());
+        ASSERT_EQ(va->GetSize(), vb->GetSize());
+        for (int i = 0; i < va->GetSize(); ++i) {
+            EXPECT_EQ(va->GetVal(i), vb->GetVal(i)) << i;
+            EXPECT_EQ(va->IsValidAt(i), vb->IsValidAt(i)) << i;
+        }
+    }
+}
+
+// Compares two documents entity by entity, matched by oid (a load lists vectors, curves and
+// experiments in file order, not in order of creation).
+void ExpectSameDocument(VyrBaseData& a, VyrBaseData& b) {
+    std::map<int, VyrEntity*> ea, eb;
+    for (auto* n = a.GetEntityList().GetFirst(); n; n = n->GetNext())
+        ea[n->GetData()->GetOid()] = n->GetData();
+    for (auto* n = b.GetEntityList().GetFirst(); n; n = n->GetNext())
+        eb[n->GetData()->GetOid()] = n->GetData();
+    ASSERT_EQ(ea.size(), eb.size());
+    for (const auto& [oid, entity] : ea) {
+        ASSERT_TRUE(eb.count(oid)) << oid;
+        VyrEntity* other = eb[oid];
+        EXPECT_EQ(entity->GetKind(), other->GetKind());
+        if (entity->GetKind() == VYR_KIND_COURBE)
+            ExpectSameCurve(static_cast<VyrCourbe*>(entity), static_cast<VyrCourbe*>(other));
+        if (entity->GetKind() == VYR_KIND_EXPERIENCE) {
+            auto* xa = static_cast<VyrExperience*>(entity);
+            auto* xb = static_cast<VyrExperience*>(other);
+            EXPECT_EQ(xa->GetEntityName(), xb->GetEntityName());
+            std::vector<int> ca, cb;
+            for (auto* n = xa->GetCourbes().GetFirst(); n; n = n->GetNext())
+                ca.push_back(n->GetData()->GetOid());
+            for (auto* n = xb->GetCourbes().GetFirst(); n; n = n->GetNext())
+                cb.push_back(n->GetData()->GetOid());
+            EXPECT_EQ(ca, cb);
+        }
+    }
+    EXPECT_EQ(a.GetDiagramCount(), b.GetDiagramCount());
+}
+
+// Two experiments, three curves with different looks, diagrams and validity.
+void BuildRichDocument(VyrBaseData& doc) {
+    BuildOneCurveDocument(doc);
+    VyrExperienceParam ep(L"Second \u00e9t\u00e9");
+    VyrExperience* e = doc.CreateExperience(ep);
+    VyrCourbeParam p;
+    p.m_sNom = L"U(t)";
+    p.m_sGrdX = L"t";
+    p.m_sUniteX = L"ms";
+    p.m_sGrdY = L"[U1]";
+    p.m_sUniteY = L"V";
+    p.m_sText = L"first line\r\nsecond line";
+    p.m_colour = wxColour(12, 34, 56);
+    p.m_iWidth = 5;
+    p.m_iStylePoint = 15;
+    p.m_iStyleLiaison = 0;
+    VyrCourbe* u = doc.CreateCourbe(e, p, nullptr, false);
+    u->SetSize(11);
+    for (int i = 0; i < 11; ++i) {
+        u->GetVx()->SetVal(i, i * 0.25);
+        u->GetVy()->SetVal(i, i % 2 ? -1.5e-7 : 3e12);
+        if (i % 3 == 0)
+            u->GetVy()->ValidateAt(i, false);
+    }
+    u->SetShownInDiagram(1, true);
+    p.m_sNom = L"I(t)";
+    p.m_sGrdY = L"I";
+    p.m_sUniteY = L"\u00b5A";
+    p.m_sText = L"";
+    p.m_colour = wxColour(255, 255, 255);
+    p.m_iWidth = 1;
+    VyrCourbe* i = doc.CreateCourbe(e, p, nullptr, false);
+    i->SetShownInDiagram(0, true);
+    i->SetShownInDiagram(1, true);
+    doc.SetDiagramCount(2);
+}
+
+}  // namespace
+
+TEST(VyrBaseDataSave, WritesTheHandWrittenFileOfOneCurveByteForByte) {
+    TempDir dir;
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    const std::string path = dir.File("one.vyr");
+    ASSERT_TRUE(doc.Save(Wx(path)));
+    const std::string expected = Utf16File(OneCurveText());
+    const std::string written = ReadBytes(path);
+    EXPECT_EQ(expected.size(), written.size());
+    EXPECT_TRUE(expected == written) << "written:\n" << wxString(FromUtf16(written));
+}
+
+TEST(VyrBaseDataSave, WritesTheSectionsInTheirFixedOrder) {
+    TempDir dir;
+    VyrBaseData doc(nullptr);
+    BuildRichDocument(doc);
+    const std::string path = dir.File("rich.vyr");
+    ASSERT_TRUE(doc.Save(Wx(path)));
+    const std::vector<std::wstring> headers = Headers(FromUtf16(ReadBytes(path)));
+    const std::vector<std::wstring> expected = {
+        L"[unit\u00e9]",   L"[unit\u00e9]",  L"[unit\u00e9]", L"[unit\u00e9]", L"[unit\u00e9]",
+        L"[unit\u00e9]",   L"[vecteur]",     L"[vecteur]",    L"[vecteur]",    L"[vecteur]",
+        L"[vecteur]",      L"[vecteur]",     L"[courbe]",     L"[courbe]",     L"[courbe]",
+        L"[manipulation]", L"[manipulation]"};
+    EXPECT_EQ(expected, headers);
+}
+
+TEST(VyrBaseDataSave, TakesOneFreshOidPerVectorAndEmptiesTheUnitMap) {
+    TempDir dir;
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    ASSERT_EQ(4, doc.GetLastOid());
+    ASSERT_TRUE(doc.Save(Wx(dir.File("a.vyr"))));
+    EXPECT_EQ(6, doc.GetLastOid());
+    EXPECT_TRUE(doc.GetVectorUnitMap().empty());
+    ASSERT_TRUE(doc.Save(Wx(dir.File("b.vyr"))));
+    EXPECT_EQ(8, doc.GetLastOid());
+}
+
+TEST(VyrBaseDataSave, AnswersFalseAndLeavesNoFileWhenThePathCannotBeCreated) {
+    TempDir dir;
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    const std::string path = dir.Path() + "/missing/dir/x.vyr";
+    EXPECT_FALSE(doc.Save(Wx(path)));
+    EXPECT_FALSE(wxFileExists(Wx(path)));
+}
+
+TEST(VyrBaseDataSave, AnswersFalseOnAShortWrite) {
+    TempDir dir;
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    const std::string path = dir.File("short.vyr");
+    // A file size limit makes the writes beyond 200 bytes fail (EFBIG) instead of raising
+    // SIGXFSZ, which is ignored meanwhile.
+    rlimit previous;
+    ASSERT_EQ(0, getrlimit(RLIMIT_FSIZE, &previous));
+    rlimit limited = previous;
+    limited.rlim_cur = 200;
+    void (*handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &limited));
+    const bool saved = doc.Save(Wx(path));
+    setrlimit(RLIMIT_FSIZE, &previous);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(saved);
+    EXPECT_TRUE(doc.GetVectorUnitMap().empty());
+    // The part written before the failure stays: nothing is rolled back.
+    EXPECT_EQ(200u, ReadBytes(path).size());
+}
+
+TEST(VyrBaseDataSave, WriteHeaderUnicodeWritesTheMark) {
+    TempDir dir;
+    const std::string path = dir.File("mark");
+    {
+        wxFile file(Wx(path), wxFile::write);
+        EXPECT_TRUE(VyrBaseData::WriteHeaderUnicode(file));
+    }
+    EXPECT_EQ(std::string("\xFF\xFE", 2), ReadBytes(path));
+}
+
+TEST(VyrBaseDataSave, WriteInFileWritesUtf16UnitsOrGoesThroughTheConverter) {
+    TempDir dir;
+    const std::string plain = dir.File("plain");
+    const std::string converted = dir.File("converted");
+    wxString text(L"a\u00e9\U0001F600");
+    {
+        wxFile file(Wx(plain), wxFile::write);
+        EXPECT_TRUE(VyrBaseData::WriteInFile(file, text, nullptr));
+    }
+    EXPECT_EQ(std::string("a\0\xE9\0\x3D\xD8\x00\xDE", 8), ReadBytes(plain));
+    {
+        wxFile file(Wx(converted), wxFile::write);
+        EXPECT_TRUE(VyrBaseData::WriteInFile(file, text, &wxConvUTF8));
+    }
+    EXPECT_EQ(std::string("a\xC3\xA9\xF0\x9F\x98\x80"), ReadBytes(converted));
+}
+
+TEST(VyrBaseDataSave, GetStringSaveEscapesQuotesOnly) {
+    EXPECT_EQ(wxString(L"say \\\"hi\\\""), VyrBaseData::GetStringSave(L"say \"hi\""));
+    EXPECT_EQ(wxString(L"a\\b\\\\c"), VyrBaseData::GetStringSave(L"a\\b\\\\c"));
+    EXPECT_EQ(wxString(L"line\r\nbreak\ttab"), VyrBaseData::GetStringSave(L"line\r\nbreak\ttab"));
+    EXPECT_EQ(wxString(), VyrBaseData::GetStringSave(wxString()));
+}
+
+TEST(VyrBaseDataSave, StyleStrings) {
+    VyrBaseData doc(nullptr);
+    VyrCourbe* c = BuildOneCurveDocument(doc);
+    EXPECT_EQ(wxString(L"1"), VyrBaseData::GetStringStyle(c));
+    EXPECT_EQ(wxString(L"1"), VyrBaseData::GetStringStyle(nullptr));
+    EXPECT_EQ(wxString(), VyrBaseData::GetStringStyleEx(nullptr));
+    c->SetStylePoint(10);
+    c->SetStyleLiaison(2);
+    c->SetWidth(3);
+    EXPECT_EQ(wxString(L"1|a|2|4|0|0"), VyrBaseData::GetStringStyleEx(c));
+    c->SetWidth(0);
+    EXPECT_EQ(wxString(L"1|a|2|fffffffe|0|0"), VyrBaseData::GetStringStyleEx(c));
+}
+
+TEST(VyrBaseDataSave, UnknownSectionsComeBackAfterEveryKnownSectionInTheirOrder) {
+    TempDir dir;
+    const std::wstring text = L"[B]\r\n\tb = 1\r\n\r\n[A]\r\n\ta = 2\r\n\r\n" + OneCurveText();
+    const std::string in = dir.File("in.vyr");
+    WriteBytes(in, Utf16File(text));
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(doc.Load(Wx(in)));
+    ASSERT_EQ(2u, doc.GetUnknownSections().GetCount());
+    const std::string out = dir.File("out.vyr");
+    ASSERT_TRUE(doc.Save(Wx(out)));
+    const std::wstring written = FromUtf16(ReadBytes(out));
+    // The known sections first (they end with the experiment), then B and then A, each as it
+    // was read (from just after its header's first separator) and followed by "\r\n".
+    const std::wstring tail = L"[B]\n\tb = 1\r\n\r\n\r\n[A]\n\ta = 2\r\n\r\n\r\n";
+    ASSERT_GE(written.size(), tail.size());
+    EXPECT_EQ(tail, written.substr(written.size() - tail.size()));
+    EXPECT_LT(written.find(L"[manipulation]"), written.find(L"[B]"));
+    // The list survives the save.
+    EXPECT_EQ(2u, doc.GetUnknownSections().GetCount());
+}
+
+TEST(VyrBaseDataSave, SaveDataInFileWritesTheBlockOrNothing) {
+    TempDir dir;
+    const std::string path = dir.File("block");
+    const unsigned char data[] = {0, 1, 2, 255};
+    VyrBaseData::SaveDataInFile(Wx(path).wc_str(), data, 4);
+    EXPECT_EQ(std::string("\0\1\2\xFF", 4), ReadBytes(path));
+    VyrBaseData::SaveDataInFile(Wx(dir.Path() + "/no/such/dir").wc_str(), data, 4);
+    EXPECT_FALSE(wxFileExists(Wx(dir.Path() + "/no/such/dir")));
+    VyrBaseData::SaveDataInFile(nullptr, data, 4);
+}
+
+TEST(VyrBaseDataSave, RoundTripKeepsEverything) {
+    TempDir dir;
+    VyrBaseData built(nullptr);
+    BuildRichDocument(built);
+    const std::string first = dir.File("first.vyr");
+    ASSERT_TRUE(built.Save(Wx(first)));
+
+    VyrBaseData loaded(nullptr);
+    ASSERT_TRUE(loaded.Load(Wx(first)));
+    // Every value of the built document is exact in "%g", so the first load already matches.
+    ExpectSameDocument(built, loaded);
+
+    const std::string second = dir.File("second.vyr");
+    ASSERT_TRUE(loaded.Save(Wx(second)));
+    VyrBaseData reloaded(nullptr);
+    ASSERT_TRUE(reloaded.Load(Wx(second)));
+    ExpectSameDocument(loaded, reloaded);
+}
+
+TEST(VyrBaseDataSave, RoundTripOfRoundedValuesIsStableAfterTheFirstLoad) {
+    TempDir dir;
+    VyrBaseData built(nullptr);
+    VyrCourbe* c = BuildOneCurveDocument(built);
+    c->GetVy()->SetVal(1, 0.123456789);
+    const std::string first = dir.File("first.vyr");
+    ASSERT_TRUE(built.Save(Wx(first)));
+    VyrBaseData loaded(nullptr);
+    ASSERT_TRUE(loaded.Load(Wx(first)));
+    // "%g" keeps six significant digits.
+    EXPECT_EQ(0.123457, loaded.FindCourbeByOid(2)->GetVy()->GetVal(1));
+    const std::string second = dir.File("second.vyr");
+    ASSERT_TRUE(loaded.Save(Wx(second)));
+    VyrBaseData reloaded(nullptr);
+    ASSERT_TRUE(reloaded.Load(Wx(second)));
+    ExpectSameDocument(loaded, reloaded);
+}
