@@ -22,8 +22,6 @@
 #include "ViewerIds.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrNote.h"
-#include "vyrbase/data/VyrOutilInterval.h"
-#include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/diagram/VyrDiagram.h"
 
 namespace {
@@ -170,9 +168,6 @@ const ScriptDriver::CommandEntry ScriptDriver::kCommands[] = {
     {"menu", true, &ScriptDriver::Menu},
     {"diagram", true, &ScriptDriver::ActivateDiagram},
     {"close-window", true, &ScriptDriver::CloseWindow},
-    {"note", true, &ScriptDriver::AddNote},
-    {"interval", true, &ScriptDriver::AddInterval},
-    {"title", true, &ScriptDriver::AddTitle},
     {"saveas", true, &ScriptDriver::SaveAs},
     {"export", true, &ScriptDriver::Picture},
     {"screenshot", true, &ScriptDriver::Picture},
@@ -428,79 +423,6 @@ bool ScriptDriver::Menu(const wxArrayString& words, wxString& error) {
     }
     error = "unknown menu command";
     return false;
-}
-
-bool ScriptDriver::AddNote(const wxArrayString& words, wxString& error) {
-    ViewerDocument* document = CurrentDocument();
-    long index = -1;
-    if (words.size() < 4 || !words[2].ToLong(&index)) {
-        error = "needs CURVE INDEX TEXT";
-        return false;
-    }
-    VyrBaseData& data = document->GetData();
-    VyrCourbe* courbe = data.FindCourbe(words[1].wc_str());
-    VyrDiagram* diagram = data.GetActiveDiagram();
-    if (!courbe || !diagram || !courbe->GetVx() || !courbe->GetVy() || index < 0 ||
-        index >= courbe->GetVx()->GetSize() || index >= courbe->GetVy()->GetSize()) {
-        error = "no such curve or point";
-        return false;
-    }
-    VyrNote* note = data.CreateNoteEntity();
-    note->SetType(VYR_NOTE_ANNOTATION);
-    note->SetText(Rest(words, 3));
-    note->SetPointIndex(static_cast<int>(index));
-    // The box goes up and right of its point, in the curve's units.
-    const wxPoint point = diagram->RealToPixelCourbe(courbe, courbe->GetVx()->GetVal(index),
-                                                     courbe->GetVy()->GetVal(index));
-    const wxRealPoint box = diagram->PixelToRealCourbe(courbe, point.x + 40, point.y - 60);
-    note->SetPosition(box.x, box.y);
-    courbe->AddNote(note);
-    document->Modify(true);
-    document->UpdateAllViews();
-    return true;
-}
-
-bool ScriptDriver::AddInterval(const wxArrayString& words, wxString& error) {
-    double v[4];
-    for (size_t i = 0; i < 4; ++i)
-        if (words.size() < 6 || !words[i + 1].ToCDouble(&v[i])) {
-            error = "needs X0 Y0 X1 Y1 LABEL";
-            return false;
-        }
-    ViewerDocument* document = CurrentDocument();
-    VyrDiagram* diagram = document->GetData().GetActiveDiagram();
-    if (!diagram) {
-        error = "no active diagram";
-        return false;
-    }
-    // In the active diagram's main units; the document keeps a copy of the model.
-    VyrOutilInterval model(0, nullptr);
-    model.SetEtiq1(Rest(words, 5));
-    model.SetAbs(diagram->GetUx());
-    model.SetOrd(diagram->GetUy());
-    model.SetPoints(v[0], v[1], v[2], v[3]);
-    document->GetData().AddOutilIntervalEntity(&model);
-    document->Modify(true);
-    document->UpdateAllViews();
-    return true;
-}
-
-bool ScriptDriver::AddTitle(const wxArrayString& words, wxString& error) {
-    ViewerDocument* document = CurrentDocument();
-    VyrDiagram* diagram = document->GetData().GetActiveDiagram();
-    if (words.size() < 2 || !diagram) {
-        error = "needs TEXT and an active diagram";
-        return false;
-    }
-    VyrNote* title = document->GetData().CreateNoteEntity();
-    title->SetType(VYR_NOTE_TITRE);
-    title->SetText(Rest(words, 1));
-    // Fractions of the plot from its top left corner.
-    title->SetPosition(0.30, 0.02);
-    diagram->SetNoteTitre(title);
-    document->Modify(true);
-    document->UpdateAllViews();
-    return true;
 }
 
 void ScriptDriver::PrintState() {

@@ -22,11 +22,6 @@
 //   close-window           closes the document's window as its close button does (dropping
 //                          the changes)
 //   diagram N              makes diagram N (0 or 1) the active one, as a click in its window
-//   note CURVE INDEX TEXT  adds a note to point INDEX of a curve (a fixture for note tests)
-//   interval X0 Y0 X1 Y1 LABEL
-//                          adds an interval tool in the active diagram's main units (a
-//                          fixture for interval tool tests)
-//   title TEXT             gives the active diagram a title (a fixture for title tests)
 //   saveas FILE            saves under a new name (Save As without the dialog)
 //   export FILE            File > Export without the dialog (.png, .svg, .csv)
 //   screenshot FILE        the active diagram's window, rendered into a bitmap, as PNG
@@ -85,9 +80,6 @@ private:
     bool Menu(const wxArrayString& words, wxString& error);
     bool ActivateDiagram(const wxArrayString& words, wxString& error);
     bool CloseWindow(const wxArrayString& words, wxString& error);
-    bool AddNote(const wxArrayString& words, wxString& error);
-    bool AddInterval(const wxArrayString& words, wxString& error);
-    bool AddTitle(const wxArrayString& words, wxString& error);
     bool SaveAs(const wxArrayString& words, wxString& error);
     bool Picture(const wxArrayString& words, wxString& error);
     bool State(const wxArrayString& words, wxString& error);
