@@ -5,7 +5,7 @@ set -euo pipefail
 
 run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
 test_packages=("${run_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
-               libjpeg-turbo-progs file)
+               libjpeg-turbo-progs file xvfb)
 
 case "${1:-run}" in
     run) wanted=("${run_packages[@]}") ;;
