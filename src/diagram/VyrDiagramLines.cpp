@@ -30,16 +30,20 @@ void ForEachValidPixel(const VyrCurvePoints& points, Draw draw) {
             draw(points.Pixel(i));
 }
 
-// Doubles as ordered integers (NaN aside): a < b exactly when Key(a) < Key(b), and keys next to
-// each other are doubles next to each other.
-int64_t Key(double d) {
-    int64_t bits;
+// Doubles as ordered unsigned integers (NaN aside): a < b exactly when Ordered(a) <
+// Ordered(b), and integers next to each other are doubles next to each other (+0 and -0 are
+// one).
+uint64_t Ordered(double d) {
+    const uint64_t sign = uint64_t(1) << 63;
+    uint64_t bits;
     std::memcpy(&bits, &d, sizeof bits);
-    return bits >= 0 ? bits : INT64_MIN - bits;
+    // Non-negative values above 2^63 in their own order, negative ones below it by magnitude.
+    return (bits & sign) ? sign - (bits & ~sign) : bits | sign;
 }
 
-double FromKey(int64_t key) {
-    const int64_t bits = key >= 0 ? key : INT64_MIN - key;
+double FromOrdered(uint64_t u) {
+    const uint64_t sign = uint64_t(1) << 63;
+    const uint64_t bits = u >= sign ? u - sign : (sign - u) | sign;
     double d;
     std::memcpy(&d, &bits, sizeof d);
     return d;
@@ -52,58 +56,62 @@ double FromKey(int64_t key) {
 // and bisecting over neighbouring doubles, testing the very rounding the painters use. False
 // when the transform is degenerate (no interval to speak of).
 bool ColumnInterval(const VyrWorldTransform& w, int column, double x0, double& from, double& to) {
-    auto on = [&](int64_t k) { return VyrRoundPixel(FromKey(k) * w.ax + w.bx) == column; };
+    auto on = [&](uint64_t u) { return VyrRoundPixel(FromOrdered(u) * w.ax + w.bx) == column; };
     if (!(w.ax != 0.0) || !std::isfinite(w.ax) || !std::isfinite(w.bx) || !std::isfinite(x0))
         return false;
-    const int64_t k0 = Key(x0);
-    const int64_t lowest = Key(-std::numeric_limits<double>::infinity());
-    const int64_t highest = Key(std::numeric_limits<double>::infinity());
-    if (!on(k0) || on(lowest) || on(highest))
+    const uint64_t u0 = Ordered(x0);
+    const uint64_t lowest = Ordered(-std::numeric_limits<double>::infinity());
+    const uint64_t highest = Ordered(std::numeric_limits<double>::infinity());
+    if (!on(u0) || on(lowest) || on(highest))
         return false;
     const double e1 = (column - 0.5 - w.bx) / w.ax;
     const double e2 = (column + 0.5 - w.bx) / w.ax;
-    // The last key on the column going up from k0 (direction +1) or down (-1), starting from
-    // the estimate of the end.
-    auto end = [&](int direction, double estimate) {
-        int64_t inside = k0;  // on the column
-        int64_t outside;      // past the end
-        int64_t k = std::isfinite(estimate) ? Key(estimate) : k0;
-        if ((k - k0) * direction < 0)
-            k = k0;
-        int64_t step = 1;
+    const uint64_t most = uint64_t(1) << 62;
+    // The last value on the column going up from x0 (up true) or down, starting from the
+    // estimate of the end. Distances are unsigned and never cross the infinities.
+    auto end = [&](bool up, double estimate) {
+        uint64_t inside = u0;  // on the column
+        uint64_t outside;      // past the end
+        uint64_t k = std::isfinite(estimate) ? Ordered(estimate) : u0;
+        if (up ? k < u0 : k > u0)
+            k = u0;
+        uint64_t step = 1;
         if (on(k)) {
             inside = k;
             for (;;) {
-                const int64_t limit = direction > 0 ? highest - inside : inside - lowest;
-                const int64_t next = inside + direction * std::min(step, limit);
+                const uint64_t room = up ? highest - inside : inside - lowest;
+                const uint64_t move = std::min(step, room);
+                const uint64_t next = up ? inside + move : inside - move;
                 if (!on(next)) {
                     outside = next;
                     break;
                 }
                 inside = next;
-                step *= 2;
+                step = step < most ? step * 2 : step;
             }
         } else {
             outside = k;
             for (;;) {
-                const int64_t limit = direction > 0 ? outside - k0 : k0 - outside;
-                const int64_t next = outside - direction * std::min(step, limit);
+                const uint64_t room = up ? outside - u0 : u0 - outside;
+                const uint64_t move = std::min(step, room);
+                const uint64_t next = up ? outside - move : outside + move;
                 if (on(next)) {
                     inside = next;
                     break;
                 }
                 outside = next;
-                step *= 2;
+                step = step < most ? step * 2 : step;
             }
         }
-        while ((outside - inside) * direction > 1) {
-            const int64_t mid = inside + (outside - inside) / 2;
+        while ((up ? outside - inside : inside - outside) > 1) {
+            const uint64_t mid =
+                up ? inside + (outside - inside) / 2 : outside + (inside - outside) / 2;
             (on(mid) ? inside : outside) = mid;
         }
         return inside;
     };
-    from = FromKey(end(-1, std::min(e1, e2)));
-    to = FromKey(end(+1, std::max(e1, e2)));
+    from = FromOrdered(end(false, std::min(e1, e2)));
+    to = FromOrdered(end(true, std::max(e1, e2)));
     return true;
 }
 
