@@ -16,6 +16,7 @@
 #include <wx/log.h>
 #include <wx/strconv.h>
 
+#include "core/VyrLargePages.h"
 #include "file/VyrReadText.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
@@ -86,6 +87,8 @@ unsigned char* ReadAll(wxFile& file, size_t* length) {
     unsigned char* bytes = new (std::nothrow) unsigned char[total + 4];
     if (!bytes)
         return nullptr;
+    // A file of many megabytes goes into few large pages.
+    VyrAdviseLargePages(bytes, total);
     std::memset(bytes + total, 0, 4);
     size_t done = 0;
     while (done < total) {
