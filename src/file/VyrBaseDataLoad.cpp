@@ -247,6 +247,7 @@ bool VyrBaseData::ParseUtf16Text(const unsigned char* bytes, size_t units, bool 
         return false;
     m_tokenizer.SetUtf16(bytes, units);
     m_bReleaseConsumed = releaseConsumed;
+    m_iReleasedUnits = 0;
     const bool result = ParseTokenizedText();
     m_bReleaseConsumed = false;
     return result;

@@ -90,11 +90,14 @@ void ReleasePages(const unsigned char* from, const unsigned char* to) {
 // token's text. The token is narrowed straight from the text (a unit beyond ASCII ends a
 // number where the wide conversion would end it); a token too long for the buffer is decoded
 // and converted as wide text. With `release`, the pages of UTF-16 text behind the reader go
-// back to the system as it goes.
+// back to the system as it goes, from `released` (the units given back so far, over the whole
+// text: a document of many small tables gives its text back too) up to the current token.
+// Nothing reads that text again: the lines that readers hold are copies (VyrLineTokenizer
+// decodes UTF-16 into buffers of its own) and unknown sections are copied from what lies
+// after their header.
 template <class Add>
-bool ReadTableValues(VyrLineTokenizer& tokenizer, bool release, Add add) {
+bool ReadTableValues(VyrLineTokenizer& tokenizer, bool release, size_t& released, Add add) {
     release = release && tokenizer.IsUtf16();
-    size_t released = tokenizer.GetPosition();
     char narrow[256];
     for (;;) {
         const size_t length = tokenizer.NextTokenAscii(narrow, sizeof narrow);
@@ -146,7 +149,7 @@ void StoreValues(VyrVecteur* vector, const double* values, size_t size) {
 bool VyrBaseData::ReadTableDouble(std::vector<double>& values) {
     values.clear();
     // One number per line; the element count after "table" is not used.
-    return ReadTableValues(m_tokenizer, m_bReleaseConsumed,
+    return ReadTableValues(m_tokenizer, m_bReleaseConsumed, m_iReleasedUnits,
                            [&values](double v) { values.push_back(v); });
 }
 
@@ -168,13 +171,14 @@ bool VyrBaseData::ReadTableDoubleInto(std::wstring_view line, VyrVecteur* vector
     const size_t capacity = room ? static_cast<size_t>(vector->GetCapacity()) : 0;
     size_t count = 0;
     std::vector<double> overflow;
-    const bool closed = ReadTableValues(m_tokenizer, m_bReleaseConsumed, [&](double v) {
-        if (count < capacity)
-            room[count] = v;
-        else
-            overflow.push_back(v);
-        ++count;
-    });
+    const bool closed =
+        ReadTableValues(m_tokenizer, m_bReleaseConsumed, m_iReleasedUnits, [&](double v) {
+            if (count < capacity)
+                room[count] = v;
+            else
+                overflow.push_back(v);
+            ++count;
+        });
     if (count == hint && count > 0 && overflow.empty()) {
         vector->Resize(static_cast<int>(count));
         return closed;

@@ -390,6 +390,8 @@ private:
     VyrLineTokenizer m_tokenizer;
     // Set while ParseUtf16Text may hand the pages behind the reader back to the system.
     bool m_bReleaseConsumed = false;
+    // The units of that text given back so far (from its start).
+    size_t m_iReleasedUnits = 0;
     // Delete in progress (nesting depth) and the number of the latest Delete.
     int m_iEmptying = 0;
     unsigned m_uEmptyingNumber = 0;
