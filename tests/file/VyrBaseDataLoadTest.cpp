@@ -686,3 +686,47 @@ TEST(VyrBaseDataLoad, Utf16ReadInPlaceGivesWhatUtf8Gives) {
     EXPECT_EQ(utf8.FindCourbeByOid(2)->GetText(), utf16.FindCourbeByOid(2)->GetText());
     EXPECT_EQ(wxString(L"a\r\nb\U0001F600\r\n\U0001F600c"), utf16.FindCourbeByOid(2)->GetText());
 }
+
+// A document of many small tables gives its text back across them while it loads: every
+// vector, curve and unknown section after the given-back text still reads whole.
+TEST(VyrBaseDataLoad, ManySmallTablesReadWhollyWhileTheTextIsGivenBack) {
+    VyrBaseData built(nullptr);
+    VyrExperienceParam ep(L"E");
+    VyrExperience* e = built.CreateExperience(ep);
+    const int curves = 200, points = 2000;
+    for (int k = 0; k < curves; ++k) {
+        VyrCourbeParam p;
+        p.m_sGrdX = L"t";
+        p.m_sGrdY = wxString::Format(L"U%d", k);
+        VyrCourbe* c = built.CreateCourbe(e, p, nullptr, false);
+        c->SetSize(points);
+        for (int i = 0; i < points; ++i) {
+            c->GetVx()->SetVal(i, i * 0.5 + k);
+            c->GetVy()->SetVal(i, k * 1000.0 + i);
+        }
+    }
+    TempDir dir;
+    const std::string path = dir.File("many.vyr");
+    ASSERT_TRUE(built.Save(Wx(path)));
+    std::string bytes = ReadBytes(path);
+    ASSERT_GT(bytes.size(), 8u << 20);  // several steps of the reader, and large pages
+    bytes += Utf16(L"[Inconnue]\r\n\tk = \"fin\"\r\n\r\n");
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, bytes));
+    int wrong = 0, found = 0;
+    for (auto* node = doc.GetFirstCourbeNode(); node;) {
+        VyrCourbe* c = doc.GetNextCourbe(&node);
+        ASSERT_TRUE(c->GetVx() && c->GetVy());
+        ASSERT_EQ(points, c->GetVy()->GetSize());
+        const int k = static_cast<int>(c->GetVy()->GetVal(0) / 1000.0);
+        EXPECT_EQ(wxString::Format(L"U%d", k), c->GetVy()->GetGrandeur());
+        for (int i = 0; i < points; ++i)
+            wrong +=
+                c->GetVx()->GetVal(i) != i * 0.5 + k || c->GetVy()->GetVal(i) != k * 1000.0 + i;
+        ++found;
+    }
+    EXPECT_EQ(curves, found);
+    EXPECT_EQ(0, wrong);
+    ASSERT_EQ(1u, doc.GetUnknownSections().GetCount());
+    EXPECT_EQ(wxString(L"[Inconnue]\n\tk = \"fin\""), doc.GetUnknownSections()[0]);
+}
