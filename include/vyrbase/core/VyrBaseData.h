@@ -34,6 +34,7 @@ class VyrCompteRendu;
 class VyrDiagram;
 class VyrExperience;
 class VyrExperienceParam;
+class VyrFileSink;
 class VyrGrilleEntity;
 class VyrImageRedyEntity;
 class VyrNote;
@@ -247,10 +248,20 @@ public:
     // ---- The document file -----------------------------------------------------------------
 
     // Replaces the document by the file's content (UTF-16LE with mark, UTF-8, ISO-8859-1).
-    // Always notifies VYR_MSG_FILE_LOADED (8) at the end, also after a failure.
+    // Always notifies VYR_MSG_FILE_LOADED (8) at the end, also after a failure. Memory that
+    // cannot be had is a failed load (false), never an exception.
     bool Load(const wxString& path);
-    // Writes the document as UTF-16LE with its mark, sections in their fixed order.
+    // Replaces the document by the content of `length` bytes, read exactly as Load reads a
+    // file holding them (no terminating zero needed). Null bytes of a non-zero length answer
+    // false and keep the document, as a file that cannot be opened; notifies 8 either way.
+    bool LoadFromMemory(const void* bytes, size_t length);
+    // Writes the document as UTF-16LE with its mark, sections in their fixed order, into the
+    // file itself (created or truncated): a failure leaves a partial file.
     bool Save(const wxString& path);
+    // Writes the same bytes as Save into a new file beside `path` and renames it over `path`
+    // only once it is completely written and durable (VyrSafeFile): a failure leaves the
+    // previous file byte for byte as it was (or no file when there was none).
+    bool SaveSafely(const wxString& path);
     // Writes the measured data as ";"-separated UTF-8 without mark.
     bool SaveAsCsvUTF8(const wxString& path);
 
@@ -345,6 +356,18 @@ protected:
 
 private:
     friend class VyrBaseDataTestAccess;
+
+    // The steps of Load and LoadFromMemory: emptying the unit maps, decoding and parsing the
+    // bytes (answers the result), and what runs after every attempt (answers the result,
+    // false when memory ran out there).
+    void BeginLoad();
+    bool ParseFileBytes(const unsigned char* bytes, size_t length);
+    bool EndLoad(bool result);
+    // The whole document file (mark and every section) into an open sink; true when every
+    // byte was written. Save and SaveSafely differ only in the sink they give.
+    bool WriteDocument(VyrFileSink& sink);
+    // SauveSectionInconnue into the document writer's buffer.
+    bool SauveSectionInconnue(VyrTextWriter& out);
 
     // Hands the section of `header` to its reader (an unknown header to ParseInconnu) and
     // answers the next header; notes when an experiment section was met.
