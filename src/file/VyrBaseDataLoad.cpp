@@ -176,6 +176,12 @@ bool VyrBaseData::EndLoad(bool result) {
     m_mapUnits.clear();
     m_mapVectorUnit.clear();
     try {
+        UnshareLoadedLinks();
+    } catch (const std::bad_alloc&) {
+        result = false;
+        DropLoadedLinks();
+    }
+    try {
         RemoveVecteurOrphelin();
     } catch (const std::bad_alloc&) {
         result = false;

@@ -363,6 +363,13 @@ private:
     void BeginLoad();
     bool ParseFileBytes(const unsigned char* bytes, size_t length);
     bool EndLoad(bool result);
+    // After a load: gives each curve, vector and note that the file gave several owners to its
+    // first owner only (the document's deletions rely on single owners).
+    void UnshareLoadedLinks();
+    // What is left when memory runs out during UnshareLoadedLinks: every curve taken out of its
+    // experiment, every note out of its curve and every vector out of its curve, without
+    // allocating (the entities stay in the document, each with its one owner, the list).
+    void DropLoadedLinks();
     // The whole document file (mark and every section) into an open sink; true when every
     // byte was written. Save and SaveSafely differ only in the sink they give.
     bool WriteDocument(VyrFileSink& sink);
