@@ -5,7 +5,7 @@ set -euo pipefail
 
 run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
 test_packages=("${run_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
-               libjpeg-turbo-progs file)
+               libjpeg-turbo-progs file xvfb)
 # scripts/fuzz.sh: clang and its libFuzzer runtime; scripts/valgrind.sh; scripts/coverage.sh.
 fuzz_packages=("${run_packages[@]}" clang-14 libclang-rt-14-dev)
 valgrind_packages=("${test_packages[@]}" valgrind)

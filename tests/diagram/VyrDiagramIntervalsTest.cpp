@@ -17,7 +17,7 @@ namespace {
 struct ToolScene {
     PaintScene scene;
     ToolScene(double xmin = 0, double xmax = 400, double ymin = 0, double ymax = 200) {
-        VyrCourbe* c = scene.AddCurve(CurveSpec(), {{0, 0}, {1, 1}});
+        VyrCourbe* c = scene.AddCurve(CurveLook(), {{0, 0}, {1, 1}});
         scene.Show(c);
         scene.Frame(wxRect(50, 20, 401, 201), xmin, xmax, ymin, ymax);
     }
@@ -146,7 +146,7 @@ TEST(VyrDiagramIntervals, PointToolLabelGoesAwayFromTheOrigin) {
 TEST(VyrDiagramIntervals, ToolsInAnotherXUnitOrWithAnEmptyRangeAreNotDrawn) {
     ToolScene s;
     // A curve of another Y unit gives that unit a record, whose range is then made empty.
-    CurveSpec amps;
+    CurveLook amps;
     amps.grdY = "I";
     amps.unitY = "A";
     s.scene.AddCurve(amps, {{0, 0}, {1, 1}});
@@ -180,7 +180,7 @@ TEST(VyrDiagramIntervals, ToolsComeFromTheActiveDocumentOnly) {
 
 TEST(VyrDiagramIntervals, ToolsAreDrawnInTheirUnitsRangesAndTheScaleComesBack) {
     ToolScene s;
-    CurveSpec amps;
+    CurveLook amps;
     amps.grdY = "I";
     amps.unitY = "A";
     s.scene.AddCurve(amps, {{0, 0}, {1, 1}});

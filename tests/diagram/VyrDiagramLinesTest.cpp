@@ -21,12 +21,12 @@ namespace {
 const wxColour kGreen(0, 128, 0);
 
 VyrCourbe* ShowCurve(PaintScene& scene, int styleLiaison, const Points& pts, int width = 1) {
-    CurveSpec spec;
-    spec.colour = kGreen;
-    spec.width = width;
-    spec.stylePoint = 0;
-    spec.styleLiaison = styleLiaison;
-    VyrCourbe* c = scene.AddCurve(spec, pts);
+    CurveLook look;
+    look.colour = kGreen;
+    look.width = width;
+    look.stylePoint = 0;
+    look.styleLiaison = styleLiaison;
+    VyrCourbe* c = scene.AddCurve(look, pts);
     scene.Show(c);
     scene.Frame();
     return c;
@@ -97,8 +97,8 @@ TEST(VyrDiagramLines, StaircaseRestartsAfterAnInvalidPoint) {
 TEST(VyrDiagramLines, SegmentStylesEndOnTheAxesAndFullLinesSpanThePlot) {
     PaintScene scene;
     // The axes cross at pixel (150, 120) for data (0, 0) with X -100..300 and Y -100..100.
-    CurveSpec spec;
-    VyrCourbe* c = scene.AddCurve(spec, {{10, 20}, {30, 40}});
+    CurveLook look;
+    VyrCourbe* c = scene.AddCurve(look, {{10, 20}, {30, 40}});
     scene.Show(c);
     scene.Frame(wxRect(50, 20, 401, 201), -100, 300, -100, 100);
     PaintScene::SetValid(c, 1, false);
@@ -120,12 +120,12 @@ TEST(VyrDiagramLines, SegmentStylesEndOnTheAxesAndFullLinesSpanThePlot) {
 
 TEST(VyrDiagramLines, CurvePainterSelectsTheLinePenAfterTheMarkersAndEndsWithTheNullPen) {
     PaintScene scene;
-    CurveSpec spec;
-    spec.colour = kGreen;
-    spec.width = 3;
-    spec.stylePoint = 4;
-    spec.styleLiaison = 1;
-    VyrCourbe* c = scene.AddCurve(spec, {{10, 20}, {30, 40}});
+    CurveLook look;
+    look.colour = kGreen;
+    look.width = 3;
+    look.stylePoint = 4;
+    look.styleLiaison = 1;
+    VyrCourbe* c = scene.AddCurve(look, {{10, 20}, {30, 40}});
     scene.Show(c);
     scene.Frame();
     VyrDiagramTestAccess::SetLineScale(scene.Diagram(), 2);
@@ -144,10 +144,10 @@ TEST(VyrDiagramLines, CurvePainterSelectsTheLinePenAfterTheMarkersAndEndsWithThe
 
 TEST(VyrDiagramLines, UnknownStylesDrawNothing) {
     PaintScene scene;
-    CurveSpec spec;
-    spec.stylePoint = 7;
-    spec.styleLiaison = 11;
-    VyrCourbe* c = scene.AddCurve(spec, {{10, 20}, {30, 40}});
+    CurveLook look;
+    look.stylePoint = 7;
+    look.styleLiaison = 11;
+    VyrCourbe* c = scene.AddCurve(look, {{10, 20}, {30, 40}});
     scene.Show(c);
     scene.Frame();
     c->SetStylePoint(-1);
@@ -161,16 +161,16 @@ TEST(VyrDiagramLines, UnknownStylesDrawNothing) {
 
 TEST(VyrDiagramLines, SpectrumDrawsEachWavelengthInItsColourThenTheCurveOverIt) {
     PaintScene scene;
-    CurveSpec spec;
-    spec.grdX = "lambda";
-    spec.unitX = "nm";
-    spec.grdY = "A";
-    spec.unitY = "u.a.";
-    spec.colour = kGreen;
-    spec.width = 2;
-    spec.styleLiaison = 4;
+    CurveLook look;
+    look.grdX = "lambda";
+    look.unitX = "nm";
+    look.grdY = "A";
+    look.unitY = "u.a.";
+    look.colour = kGreen;
+    look.width = 2;
+    look.styleLiaison = 4;
     // 300 nm has no colour; 500 and 700 have.
-    VyrCourbe* c = scene.AddCurve(spec, {{300, 0.5}, {500, 1.0}, {700, 0.25}});
+    VyrCourbe* c = scene.AddCurve(look, {{300, 0.5}, {500, 1.0}, {700, 0.25}});
     scene.Show(c);
     scene.Frame(wxRect(50, 20, 401, 201), 200, 800, 0, 2);
     scene.Diagram().SetSpectrum(true);
@@ -206,13 +206,13 @@ TEST(VyrDiagramLines, SpectrumDrawsEachWavelengthInItsColourThenTheCurveOverIt) 
 
 TEST(VyrDiagramLines, SpectrumOverPaintRepaintsTheAxesOverIt) {
     PaintScene scene;
-    CurveSpec spec;
-    spec.grdX = "lambda";
-    spec.unitX = "nm";
-    spec.grdY = "A";
-    spec.unitY = "u.a.";
-    spec.styleLiaison = 4;
-    VyrCourbe* c = scene.AddCurve(spec, {{500, 1.0}, {600, 1.5}});
+    CurveLook look;
+    look.grdX = "lambda";
+    look.unitX = "nm";
+    look.grdY = "A";
+    look.unitY = "u.a.";
+    look.styleLiaison = 4;
+    VyrCourbe* c = scene.AddCurve(look, {{500, 1.0}, {600, 1.5}});
     scene.Show(c);
     scene.Frame(wxRect(50, 20, 401, 201), 200, 800, 0, 2);
     const auto xAxis = [](const RecordingDC& dc) {

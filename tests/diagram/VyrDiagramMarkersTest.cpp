@@ -23,12 +23,12 @@ const wxColour kBlue(0, 0, 255);
 // (x, y) on pixel (50 + x, 220 - y)).
 VyrCourbe* ShowCurve(PaintScene& scene, int stylePoint, int styleLiaison, const Points& pts,
                      int width = 1) {
-    CurveSpec spec;
-    spec.colour = kBlue;
-    spec.width = width;
-    spec.stylePoint = stylePoint;
-    spec.styleLiaison = styleLiaison;
-    VyrCourbe* c = scene.AddCurve(spec, pts);
+    CurveLook look;
+    look.colour = kBlue;
+    look.width = width;
+    look.stylePoint = stylePoint;
+    look.styleLiaison = styleLiaison;
+    VyrCourbe* c = scene.AddCurve(look, pts);
     scene.Show(c);
     scene.Frame();
     return c;
@@ -200,10 +200,10 @@ TEST(VyrDiagramMarkers, FirstValidPointOnPixelZeroIsDrawnOnlyWhenItIsPointZero) 
     // A plot rectangle holding pixel (0, 0): data (0, 200) lands on (0, 0).
     for (bool pointZeroValid : {true, false}) {
         PaintScene scene;
-        CurveSpec spec;
-        spec.stylePoint = 4;
-        spec.styleLiaison = 0;
-        VyrCourbe* c = scene.AddCurve(spec, {{0, 200}, {0, 200}});
+        CurveLook look;
+        look.stylePoint = 4;
+        look.styleLiaison = 0;
+        VyrCourbe* c = scene.AddCurve(look, {{0, 200}, {0, 200}});
         scene.Show(c);
         scene.Frame(wxRect(0, 0, 401, 201));
         if (!pointZeroValid)
@@ -248,11 +248,11 @@ TEST(VyrDiagramMarkers, DenseDataCostsOnePrimitivePerChangeOfVisiblePixel) {
 TEST(VyrDiagramMarkers, BandOpensStrictlyAboveHalfAndHoldsAtHalf) {
     PaintScene scene;
     // Y 0.5 at index 1 opens nothing; 0.6 opens at 2, 0.5 at 3 holds, 0.4 at 4 closes.
-    CurveSpec spec;
-    spec.colour = kBlue;
-    spec.styleLiaison = 10;
+    CurveLook look;
+    look.colour = kBlue;
+    look.styleLiaison = 10;
     VyrCourbe* c = scene.AddCurve(
-        spec, {{0, 0.0}, {10, 0.5}, {20, 0.6}, {30, 0.5}, {40, 0.4}, {50, 0.5}, {60, 0.0}});
+        look, {{0, 0.0}, {10, 0.5}, {20, 0.6}, {30, 0.5}, {40, 0.4}, {50, 0.5}, {60, 0.0}});
     scene.Show(c);
     scene.Frame(wxRect(50, 20, 401, 201), 0, 400, -1, 1);
     // y = 0 on row round(by) = 120.
@@ -268,9 +268,9 @@ TEST(VyrDiagramMarkers, BandOpensStrictlyAboveHalfAndHoldsAtHalf) {
 
 TEST(VyrDiagramMarkers, BandReachingTheLastPointIsDrawnUpToIt) {
     PaintScene scene;
-    CurveSpec spec;
-    spec.styleLiaison = 10;
-    VyrCourbe* c = scene.AddCurve(spec, {{0, 0.0}, {100, 1.0}, {150, 1.0}, {200, 0.5}});
+    CurveLook look;
+    look.styleLiaison = 10;
+    VyrCourbe* c = scene.AddCurve(look, {{0, 0.0}, {100, 1.0}, {150, 1.0}, {200, 0.5}});
     scene.Show(c);
     scene.Frame(wxRect(50, 20, 401, 201), 0, 400, -1, 1);
     RecordingDC dc;
@@ -283,9 +283,9 @@ TEST(VyrDiagramMarkers, BandReachingTheLastPointIsDrawnUpToIt) {
 
 TEST(VyrDiagramMarkers, BandsIgnoreValidityStandOnTheUnclampedZeroRowAndReadMissingXAsZero) {
     PaintScene scene;
-    CurveSpec spec;
-    spec.styleLiaison = 10;
-    VyrCourbe* c = scene.AddCurve(spec, {{100, 1.0}, {120, 0.0}, {200, 1.0}, {220, 1.0}});
+    CurveLook look;
+    look.styleLiaison = 10;
+    VyrCourbe* c = scene.AddCurve(look, {{100, 1.0}, {120, 0.0}, {200, 1.0}, {220, 1.0}});
     scene.Show(c);
     // Y from 1 to 3: the row of y = 0 is 100 pixels under the plot's bottom (row 320).
     scene.Frame(wxRect(50, 20, 401, 201), 0, 400, 1, 3);
@@ -303,10 +303,10 @@ TEST(VyrDiagramMarkers, BandsIgnoreValidityStandOnTheUnclampedZeroRowAndReadMiss
 
 TEST(VyrDiagramMarkers, BandCurvesAreDrawnInBothPasses) {
     PaintScene scene;
-    CurveSpec spec;
-    spec.colour = kBlue;
-    spec.styleLiaison = 10;
-    VyrCourbe* c = scene.AddCurve(spec, {{0, 0.0}, {100, 1.0}, {150, 0.0}});
+    CurveLook look;
+    look.colour = kBlue;
+    look.styleLiaison = 10;
+    VyrCourbe* c = scene.AddCurve(look, {{0, 0.0}, {100, 1.0}, {150, 0.0}});
     scene.Show(c);
     scene.Frame(wxRect(50, 20, 401, 201), 0, 400, -1, 1);
     RecordingDC dc;

@@ -23,10 +23,10 @@ struct NoteScene {
     VyrCourbe* curve = nullptr;
     VyrNote* note = nullptr;
     NoteScene() {
-        CurveSpec spec;
-        spec.colour = kBlue;
-        spec.styleLiaison = 0;
-        curve = scene.AddCurve(spec, {{100, 100}, {200, 50}, {300, 150}});
+        CurveLook look;
+        look.colour = kBlue;
+        look.styleLiaison = 0;
+        curve = scene.AddCurve(look, {{100, 100}, {200, 50}, {300, 150}});
         scene.Show(curve);
         scene.Frame();
         note = scene.Doc().CreateNoteEntity();
@@ -206,8 +206,8 @@ TEST(VyrDiagramNotes, TitleBeingMovedHiddenOrMissingDrawsNothing) {
 
 TEST(VyrDiagramNotes, TitleIsPaintedAfterTheCurves) {
     TitreScene s;
-    CurveSpec spec;
-    VyrCourbe* c = s.scene.AddCurve(spec, {{0, 0}, {400, 200}});
+    CurveLook look;
+    VyrCourbe* c = s.scene.AddCurve(look, {{0, 0}, {400, 200}});
     s.scene.Show(c);
     s.scene.Frame();
     RecordingDC dc;

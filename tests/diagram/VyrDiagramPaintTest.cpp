@@ -55,12 +55,12 @@ struct TwoUnits {
     VyrCourbe* main = nullptr;
     VyrCourbe* other = nullptr;
     TwoUnits() {
-        CurveSpec a;
+        CurveLook a;
         a.grdY = "I";
         a.unitY = "A";
         a.colour = kBlue;
         other = scene.AddCurve(a, {{0, 0.0}, {400, 2.0}});
-        CurveSpec v;
+        CurveLook v;
         v.colour = kRed;
         main = scene.AddCurve(v, {{0, 200}, {400, 0}});
         // The other unit first, so that list order alone would draw it first too; then the
@@ -88,7 +88,7 @@ const RecordedPrimitive* FindLine(const RecordingDC& dc, wxPoint a, wxPoint b, s
 
 TEST(VyrDiagramPaint, SelectsSegoeUi12InTheAxisColourAndClipsToThePlot) {
     PaintScene scene;
-    VyrCourbe* c = scene.AddCurve(CurveSpec(), {{0, 0}, {100, 100}});
+    VyrCourbe* c = scene.AddCurve(CurveLook(), {{0, 0}, {100, 100}});
     scene.Show(c);
     scene.Frame();
     scene.Diagram().SetAxisColour(wxColour(10, 20, 30));
@@ -115,11 +115,11 @@ TEST(VyrDiagramPaint, SelectsSegoeUi12InTheAxisColourAndClipsToThePlot) {
 
 TEST(VyrDiagramPaint, ScaledOutputAtTwoUsesEighteenPointsDoublesWidthsAndGrowsMarkersByTwo) {
     PaintScene scene;
-    CurveSpec spec;
-    spec.stylePoint = 2;
-    spec.styleLiaison = 1;
-    spec.width = 1;
-    VyrCourbe* c = scene.AddCurve(spec, {{100, 50}, {200, 50}});
+    CurveLook look;
+    look.stylePoint = 2;
+    look.styleLiaison = 1;
+    look.width = 1;
+    VyrCourbe* c = scene.AddCurve(look, {{100, 50}, {200, 50}});
     scene.Show(c);
     scene.Frame();
     ProbeObj probe;
@@ -374,11 +374,11 @@ TEST(VyrDiagramPaint, PictureOfTwoUnitsWithGridNoteTitleAndInterval) {
         if (k % 10 == 0)
             i.push_back({t, 0.2 * (1.0 - std::exp(-t / 2.0))});
     }
-    CurveSpec vs;
+    CurveLook vs;
     vs.colour = wxColour(200, 0, 0);
     vs.width = 2;
     VyrCourbe* cu = scene.AddCurve(vs, u);
-    CurveSpec as;
+    CurveLook as;
     as.grdY = "I";
     as.unitY = "A";
     as.colour = wxColour(0, 90, 200);
@@ -429,13 +429,13 @@ TEST(VyrDiagramPaint, PictureOfEveryMarkerAndStepStyles) {
         std::vector<std::pair<double, double>> pts;
         for (int k = 0; k <= 12; ++k)
             pts.push_back({k, m + 0.3 * std::sin(k + m)});
-        CurveSpec spec;
-        spec.grdY = wxString::Format("Y%d", m);
-        spec.colour = colours[(m - 1) % 6];
-        spec.stylePoint = m <= 6 ? m : 0;
-        spec.width = m <= 6 ? 2 : 1;
-        spec.styleLiaison = m <= 6 ? 0 : m - 5;  // 7: bars, 8: staircase
-        VyrCourbe* c = scene.AddCurve(spec, pts);
+        CurveLook look;
+        look.grdY = wxString::Format("Y%d", m);
+        look.colour = colours[(m - 1) % 6];
+        look.stylePoint = m <= 6 ? m : 0;
+        look.width = m <= 6 ? 2 : 1;
+        look.styleLiaison = m <= 6 ? 0 : m - 5;  // 7: bars, 8: staircase
+        VyrCourbe* c = scene.AddCurve(look, pts);
         if (m == 8)
             PaintScene::SetValid(c, 6, false);
         c->SetShownInDiagram(0, true);
@@ -453,7 +453,7 @@ TEST(VyrDiagramPaint, PictureOfASpectrumAndBands) {
     std::vector<std::pair<double, double>> spectrum;
     for (int nm = 350; nm <= 800; nm += 1)
         spectrum.push_back({nm, std::exp(-std::pow((nm - 560) / 90.0, 2.0))});
-    CurveSpec ss;
+    CurveLook ss;
     ss.grdX = "lambda";
     ss.unitX = "nm";
     ss.grdY = "I";
@@ -464,7 +464,7 @@ TEST(VyrDiagramPaint, PictureOfASpectrumAndBands) {
     std::vector<std::pair<double, double>> signal;
     for (int nm = 350; nm <= 800; nm += 5)
         signal.push_back({nm, (nm / 50) % 3 == 0 ? 1.0 : 0.0});
-    CurveSpec bs = ss;
+    CurveLook bs = ss;
     bs.grdY = "S";
     bs.colour = wxColour(0, 150, 0);
     bs.styleLiaison = 10;

@@ -13,7 +13,7 @@ using Kind = RecordedPrimitive::Kind;
 // crash there, so selected notes and titles take the fixed fallback.
 TEST(VyrSystemColours, WithoutADisplaySelectionUsesTheFallbackHighlightColours) {
     PaintScene scene;
-    VyrCourbe* c = scene.AddCurve(CurveSpec(), {{100, 100}});
+    VyrCourbe* c = scene.AddCurve(CurveLook(), {{100, 100}});
     scene.Show(c);
     scene.Frame();
     VyrNote* note = scene.Doc().CreateNoteEntity();

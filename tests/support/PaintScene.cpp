@@ -26,20 +26,20 @@ VyrDiagram& PaintScene::Diagram() {
     return *m_doc.GetDiagram(0);
 }
 
-VyrCourbe* PaintScene::AddCurve(const CurveSpec& spec,
+VyrCourbe* PaintScene::AddCurve(const CurveLook& look,
                                 const std::vector<std::pair<double, double>>& pts) {
     VyrCourbeParam p;
-    p.m_sNom = spec.grdY + "(" + spec.grdX + ")";
-    p.m_sNomVx = spec.grdX;
-    p.m_sNomVy = spec.grdY;
-    p.m_sGrdX = spec.grdX;
-    p.m_sGrdY = spec.grdY;
-    p.m_sUniteX = spec.unitX;
-    p.m_sUniteY = spec.unitY;
-    p.m_colour = spec.colour;
-    p.m_iWidth = spec.width;
-    p.m_iStylePoint = spec.stylePoint;
-    p.m_iStyleLiaison = spec.styleLiaison;
+    p.m_sNom = look.grdY + "(" + look.grdX + ")";
+    p.m_sNomVx = look.grdX;
+    p.m_sNomVy = look.grdY;
+    p.m_sGrdX = look.grdX;
+    p.m_sGrdY = look.grdY;
+    p.m_sUniteX = look.unitX;
+    p.m_sUniteY = look.unitY;
+    p.m_colour = look.colour;
+    p.m_iWidth = look.width;
+    p.m_iStylePoint = look.stylePoint;
+    p.m_iStyleLiaison = look.styleLiaison;
     VyrCourbe* c = m_doc.CreateCourbe(m_pExperience, p, nullptr, false);
     for (const auto& xy : pts)
         m_doc.AddPoint(c, xy.first, xy.second, false);

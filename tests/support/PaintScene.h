@@ -19,7 +19,7 @@ class VyrCourbe;
 class VyrDiagram;
 class VyrExperience;
 
-struct CurveSpec {
+struct CurveLook {
     wxString grdX = "t";
     wxString unitX = "s";
     wxString grdY = "U";
@@ -44,7 +44,7 @@ public:
     VyrExperience* Experience() { return m_pExperience; }
 
     // A curve of the experiment with these points (not yet shown).
-    VyrCourbe* AddCurve(const CurveSpec& spec, const std::vector<std::pair<double, double>>& pts);
+    VyrCourbe* AddCurve(const CurveLook& look, const std::vector<std::pair<double, double>>& pts);
     // Marks point i invalid in the Y vector (or valid again).
     static void SetValid(VyrCourbe* c, int i, bool valid);
     // Shows the curve in diagram 0 and rebuilds the diagram's curves and ranges.

@@ -185,8 +185,13 @@ void BuildPendulum(VyrBaseData& doc) {
     });
     Show(doc, x);
     Show(doc, v);
-    // Plot against the position: the diagram builds the XY curve v(x).
-    doc.GetDiagram(0)->SetAbscisse(L"x", L"m", x);
+    // Plot against the position: the diagram builds the XY curve v(x), and t(x) (the inverse of
+    // the position curve), which a phase portrait does without.
+    VyrDiagram* diagram = doc.GetDiagram(0);
+    diagram->SetAbscisse(L"x", L"m", x);
+    diagram->ShowData(doc.FindCourbe(wxString::Format(L"XY_INVERT_%d", x->GetOid()).wc_str()),
+                      false);
+    diagram->SetUy(L"m/s");
     Title(doc, 0, L"Phase portrait of a damped pendulum");
 }
 

@@ -188,47 +188,33 @@ void WriteJson(JsonWriter& json, const DocumentInfo& info) {
     auto axis = [&](const char* key, const AxisInfo& a) {
         json.Key(key);
         json.BeginObject();
-        json.Key("quantity");
-        json.String(a.quantity);
-        json.Key("unit");
-        json.String(a.unit);
-        json.Key("min");
-        json.Number(a.min);
-        json.Key("max");
-        json.Number(a.max);
+        json.Member("quantity", a.quantity);
+        json.Member("unit", a.unit);
+        json.Member("min", a.min);
+        json.Member("max", a.max);
         json.EndObject();
     };
     json.BeginObject();
-    json.Key("file");
-    json.String(info.file);
-    json.Key("encoding");
-    json.String(info.encoding);
-    json.Key("diagrams");
-    json.Integer(info.diagrams);
+    json.Member("file", info.file);
+    json.Member("encoding", info.encoding);
+    json.Member("diagrams", info.diagrams);
     json.Key("experiments");
     json.BeginArray();
     for (const ExperimentInfo& e : info.experiments) {
         json.BeginObject();
-        json.Key("oid");
-        json.Integer(e.oid);
-        json.Key("name");
-        json.String(e.name);
+        json.Member("oid", e.oid);
+        json.Member("name", e.name);
         json.Key("curves");
         json.BeginArray();
         for (const CurveInfo& c : e.curves) {
             json.BeginObject();
-            json.Key("oid");
-            json.Integer(c.oid);
-            json.Key("name");
-            json.String(c.name);
-            json.Key("display_name");
-            json.String(c.displayName);
+            json.Member("oid", c.oid);
+            json.Member("name", c.name);
+            json.Member("display_name", c.displayName);
             axis("x", c.x);
             axis("y", c.y);
-            json.Key("points");
-            json.Integer(c.points);
-            json.Key("invalid_points");
-            json.Integer(c.invalidPoints);
+            json.Member("points", c.points);
+            json.Member("invalid_points", c.invalidPoints);
             json.Key("diagrams");
             json.BeginArray();
             for (int d : c.diagrams)
@@ -244,14 +230,10 @@ void WriteJson(JsonWriter& json, const DocumentInfo& info) {
     json.BeginArray();
     for (const NoteInfo& n : info.notes) {
         json.BeginObject();
-        json.Key("oid");
-        json.Integer(n.oid);
-        json.Key("text");
-        json.String(n.text);
-        json.Key("attached_to");
-        json.String(n.attachedTo);
-        json.Key("point_index");
-        json.Integer(n.pointIndex);
+        json.Member("oid", n.oid);
+        json.Member("text", n.text);
+        json.Member("attached_to", n.attachedTo);
+        json.Member("point_index", n.pointIndex);
         json.EndObject();
     }
     json.EndArray();
@@ -259,43 +241,28 @@ void WriteJson(JsonWriter& json, const DocumentInfo& info) {
     json.BeginArray();
     for (const IntervalInfo& t : info.intervals) {
         json.BeginObject();
-        json.Key("oid");
-        json.Integer(t.oid);
-        json.Key("label1");
-        json.String(t.label1);
-        json.Key("label2");
-        json.String(t.label2);
-        json.Key("abscissa");
-        json.String(t.abscissa);
-        json.Key("ordinate");
-        json.String(t.ordinate);
-        json.Key("x0");
-        json.Number(t.x0);
-        json.Key("y0");
-        json.Number(t.y0);
-        json.Key("x1");
-        json.Number(t.x1);
-        json.Key("y1");
-        json.Number(t.y1);
+        json.Member("oid", t.oid);
+        json.Member("label1", t.label1);
+        json.Member("label2", t.label2);
+        json.Member("abscissa", t.abscissa);
+        json.Member("ordinate", t.ordinate);
+        json.Member("x0", t.x0);
+        json.Member("y0", t.y0);
+        json.Member("x1", t.x1);
+        json.Member("y1", t.y1);
         json.EndObject();
     }
     json.EndArray();
-    json.Key("report");
-    json.Bool(info.report);
-    json.Key("grid");
-    json.Bool(info.grid);
+    json.Member("report", info.report);
+    json.Member("grid", info.grid);
     json.Key("pictures");
     json.BeginArray();
     for (const PictureInfo& p : info.pictures) {
         json.BeginObject();
-        json.Key("oid");
-        json.Integer(p.oid);
-        json.Key("name");
-        json.String(p.name);
-        json.Key("width");
-        json.Integer(p.width);
-        json.Key("height");
-        json.Integer(p.height);
+        json.Member("oid", p.oid);
+        json.Member("name", p.name);
+        json.Member("width", p.width);
+        json.Member("height", p.height);
         json.EndObject();
     }
     json.EndArray();
@@ -303,17 +270,13 @@ void WriteJson(JsonWriter& json, const DocumentInfo& info) {
     json.BeginArray();
     for (const RecordInfo& r : info.records) {
         json.BeginObject();
-        json.Key("oid");
-        json.Integer(r.oid);
-        json.Key("kind");
-        json.Integer(r.kind);
-        json.Key("section");
-        json.String(r.section);
+        json.Member("oid", r.oid);
+        json.Member("kind", r.kind);
+        json.Member("section", r.section);
         json.EndObject();
     }
     json.EndArray();
-    json.Key("unknown_sections");
-    json.Integer(info.unknownSections);
+    json.Member("unknown_sections", info.unknownSections);
     json.EndObject();
 }
 

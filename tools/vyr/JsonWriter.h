@@ -20,6 +20,31 @@ public:
     void Number(double value);
     void Integer(long long value);
     void Bool(bool value);
+    // Key followed by its value, inside an object.
+    void Member(const std::string& key, const std::string& utf8) {
+        Key(key);
+        String(utf8);
+    }
+    void Member(const std::string& key, const char* utf8) {
+        Key(key);
+        String(utf8);
+    }
+    void Member(const std::string& key, double value) {
+        Key(key);
+        Number(value);
+    }
+    void Member(const std::string& key, int value) {
+        Key(key);
+        Integer(value);
+    }
+    void Member(const std::string& key, unsigned value) {
+        Key(key);
+        Integer(value);
+    }
+    void Member(const std::string& key, bool value) {
+        Key(key);
+        Bool(value);
+    }
 
     const std::string& Text() const { return m_text; }
 

@@ -1,0 +1,67 @@
+// The toolkit document of the viewer: it owns the library's document (VyrBaseData) bound to
+// itself, so that the library's undoable deletions go to this document's command processor and
+// mark it modified. It opens and saves files, keeps the user's selection and keeps one view per
+// diagram in use (one or two).
+#ifndef VYR_VIEW_VIEWERDOCUMENT_H
+#define VYR_VIEW_VIEWERDOCUMENT_H
+
+#include <wx/docview.h>
+
+#include "Selection.h"
+#include "vyrbase/core/VyrBaseData.h"
+
+class DiagramView;
+class DocumentFrame;
+class VyrCourbe;
+class VyrNote;
+
+class ViewerDocument : public wxDocument {
+public:
+    ViewerDocument();
+    ~ViewerDocument() override;
+
+    VyrBaseData& GetData() { return m_data; }
+
+    // Makes this the process-wide active document, on which the diagram's static operations,
+    // the interval tools' painting and hit test, and the undo commands act.
+    void MakeActive();
+
+    // The frame all views of this document share (created by the first view).
+    DocumentFrame* GetFrame() const { return m_frame; }
+    void SetFrame(DocumentFrame* frame) { m_frame = frame; }
+    // The view of diagram `index`, or null.
+    DiagramView* FindView(int index) const;
+    // Creates or deletes the view of diagram 1 so that there is one view per diagram in use.
+    void SyncDiagramViews();
+
+    // The selection: selecting a curve or an experiment also makes it the diagram's active one;
+    // selecting a note shows it selected (note state 1) and returns the previous one to normal.
+    const Selection& GetSelection() const { return m_selection; }
+    void Select(const Selection& selection);
+    // The selected entities, or null when the selection is something else or is gone.
+    VyrCourbe* GetSelectedCourbe();
+    VyrNote* GetSelectedNote(VyrCourbe** courbe);
+    // A short description of the selection ("curve U(t)"), empty when nothing is selected.
+    wxString DescribeSelection();
+    // Deletes the selected curve, experiment or note through the library's undoable commands.
+    bool DeleteSelection();
+
+protected:
+    bool DoOpenDocument(const wxString& file) override;
+    bool DoSaveDocument(const wxString& file) override;
+    bool DeleteContents() override;
+
+private:
+    // Commands still held by the processor point to entities that Load or Delete frees: the
+    // history goes before the document is emptied.
+    void ForgetHistory();
+
+    VyrBaseData m_data;
+    DocumentFrame* m_frame = nullptr;
+    Selection m_selection;
+
+    wxDECLARE_DYNAMIC_CLASS(ViewerDocument);
+    wxDECLARE_NO_COPY_CLASS(ViewerDocument);
+};
+
+#endif
