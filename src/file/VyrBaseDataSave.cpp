@@ -77,15 +77,19 @@ bool VyrBaseData::Save(const wxString& path) {
 }
 
 bool VyrBaseData::SaveSafely(const wxString& path) {
-    wxLogNull noMessages;
     VyrSafeFile file(path);
+    return SaveSafely(file);
+}
+
+bool VyrBaseData::SaveSafely(VyrSafeFile& file) {
+    wxLogNull noMessages;
     if (!file.Open()) {
         m_mapVectorUnit.clear();
         return false;
     }
     if (!WriteDocument(file.GetSink())) {
         file.Discard();
-        return false;
+        return file.Failed(VyrSafeFile::kStepWrite, file.GetSink().GetError());
     }
     return file.Commit();
 }

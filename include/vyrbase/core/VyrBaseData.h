@@ -35,6 +35,7 @@ class VyrDiagram;
 class VyrExperience;
 class VyrExperienceParam;
 class VyrFileSink;
+class VyrSafeFile;
 class VyrGrilleEntity;
 class VyrImageRedyEntity;
 class VyrNote;
@@ -262,6 +263,9 @@ public:
     // only once it is completely written and durable (VyrSafeFile): a failure leaves the
     // previous file byte for byte as it was (or no file when there was none).
     bool SaveSafely(const wxString& path);
+    // SaveSafely through a VyrSafeFile of the caller's (not yet opened), which then tells where
+    // a failure stopped (GetFailedStep, GetError).
+    bool SaveSafely(VyrSafeFile& file);
     // Writes the measured data as ";"-separated UTF-8 without mark.
     bool SaveAsCsvUTF8(const wxString& path);
 
