@@ -79,13 +79,17 @@ bool VyrSafeFile::Open() {
     const wxString name = NameOf(m_sTarget);
     if (name.empty())
         return Failed(kStepCreate, EISDIR);
+    // Only a regular file is replaced: a directory, a device or a pipe is not something a new
+    // file may take the place of.
+    struct stat info;
+    if (::stat(FileName(m_sTarget), &info) == 0 && !S_ISREG(info.st_mode))
+        return Failed(kStepCreate, S_ISDIR(info.st_mode) ? EISDIR : EINVAL);
     // A hidden name of the target's own, so that a left-over file (after a crash) tells what
     // it was for, and the rename stays within one file system.
     if (!m_pSink->CreateUnique(m_sDirectory, "." + name + ".tmp-", &m_sTempPath))
         return Failed(kStepCreate, m_pSink->GetError());
     // The replacement keeps the target's permission bits, as writing into it would.
-    struct stat info;
-    if (::stat(FileName(m_sTarget), &info) == 0 && S_ISREG(info.st_mode))
+    if (::stat(FileName(m_sTarget), &info) == 0)
         (void)::fchmod(m_pSink->GetDescriptor(), info.st_mode & 07777);
     return true;
 }

@@ -11,7 +11,8 @@
 //
 // The new file gets the target's permission bits when the target exists, else 0666 less the
 // umask. A target that is a symbolic link is followed: the file it names is replaced and the
-// link stays.
+// link stays. Only regular files are replaced: a target that is a directory, a device or a pipe
+// fails at kStepCreate.
 //
 // Threads: one VyrSafeFile per thread. Errors: no exceptions; false and GetFailedStep.
 #ifndef VYRBASE_FILE_VYRSAFEFILE_H
