@@ -41,23 +41,29 @@ size_t TextLength(Unit units, size_t count) {
     return n;
 }
 
-// True when the tokenizer would refuse the text: its first line does not begin with "[" and
-// another line follows it. Deciding it on the raw code units lets a large file that is no
-// document be answered without decoding the whole of it into wide characters (the separators
-// and "[" are the same code in all three encodings).
+// What the reader makes of a text whose first line is not a section header, decided on the raw
+// code units (the separators and "[" have the same code in all three encodings), so that a
+// large file that is no document is answered without decoding the whole of it into wide
+// characters.
+enum class FirstLine {
+    kHeader,    // a header, or no line at all: the text is parsed
+    kRefused,   // another line follows: the load answers false
+    kLoneLine,  // nothing follows: the loop never looks at it, as for an empty text
+};
+
 template <class Unit>
-bool FirstLineRefused(Unit units, size_t count) {
+FirstLine ClassifyFirstLine(Unit units, size_t count) {
     auto separator = [](unsigned c) { return c == '\r' || c == '\n' || c == '\t'; };
     size_t i = 0;
     while (i < count && separator(units(i)))
         ++i;
     if (i == count || units(i) == '[')
-        return false;
+        return FirstLine::kHeader;
     while (i < count && !separator(units(i)))
         ++i;
     while (i < count && separator(units(i)))
         ++i;
-    return i < count;
+    return i < count ? FirstLine::kRefused : FirstLine::kLoneLine;
 }
 
 // Decodes `units` UTF-16LE code units into a new NUL-terminated wide text (null when memory is
@@ -84,18 +90,9 @@ wchar_t* DecodeUtf16Le(const unsigned char* bytes, size_t length, size_t units) 
 }
 
 // Decodes `length` bytes (no zero among them) with the toolkit converter into a new
-// NUL-terminated wide text: one call for the count, which also checks the bytes, then one that
-// fills a zeroed buffer. Null when the converter refuses the bytes or memory is short;
-// `refused` tells apart a text the tokenizer would refuse anyway, which is not decoded.
-wchar_t* DecodeBytes(const wxMBConv& conv, const char* bytes, size_t length, bool* refused) {
-    const size_t count = conv.ToWChar(nullptr, 0, bytes, length);
-    if (count == wxCONV_FAILED)
-        return nullptr;
-    *refused = FirstLineRefused(
-        [bytes](size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(bytes[i])); },
-        length);
-    if (*refused)
-        return nullptr;
+// NUL-terminated wide text: one call for the count, then one that fills a zeroed buffer. Null
+// when the converter refuses the bytes or memory is short.
+wchar_t* DecodeBytes(const wxMBConv& conv, const char* bytes, size_t length, size_t count) {
     wchar_t* text = new (std::nothrow) wchar_t[count + 1]();
     if (!text)
         return nullptr;
@@ -196,45 +193,56 @@ bool VyrBaseData::EndLoad(bool result) {
 
 bool VyrBaseData::ParseFileBytes(const unsigned char* bytes, size_t length) {
     // The text ends at its first zero (a zero code unit in UTF-16), as a C string would.
-    wchar_t* text = nullptr;
-    bool refused = false;
     if (length >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
         const unsigned char* body = bytes + 2;
         const size_t bodyLength = length - 2;
         auto unit = [body, bodyLength](size_t i) { return Utf16Unit(body, bodyLength, i); };
         const size_t units = TextLength(unit, (bodyLength + 1) / 2);
-        refused = FirstLineRefused(unit, units);
-        if (!refused)
-            text = DecodeUtf16Le(body, bodyLength, units);
-    } else if (length >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF) {
+        const FirstLine first = ClassifyFirstLine(unit, units);
+        if (first != FirstLine::kHeader)
+            return ParseFirstLineOnly(first == FirstLine::kLoneLine);
+        std::unique_ptr<wchar_t[]> text(DecodeUtf16Le(body, bodyLength, units));
+        return text && ParseUnicodeText(text.get());
+    }
+    if (length >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF) {
         // Deliberate: big-endian text is refused, although IsUnicodeTextFile knows its mark.
         return false;
-    } else {
-        const char* chars = reinterpret_cast<const char*>(bytes);
-        const void* zero = std::memchr(chars, 0, length);
-        const size_t textLength = zero ? static_cast<const char*>(zero) - chars : length;
-        // The detector's substring search needs a C string: look at the text only.
-        const bool hasMark =
-            textLength >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF;
-        const bool utf8 = hasMark || std::search(chars, chars + textLength, kUtf8UnitHeader,
-                                                 kUtf8UnitHeader + sizeof kUtf8UnitHeader - 1) !=
-                                         chars + textLength;
-        if (utf8) {
-            const size_t skip = hasMark ? 3 : 0;
-            text = DecodeBytes(wxConvUTF8, chars + skip, textLength - skip, &refused);
-        } else {
-            text = DecodeBytes(wxConvISO8859_1, chars, textLength, &refused);
-        }
     }
-    if (refused) {
-        // What ParseUnicodeText does with a text whose first line is not a header.
+    const char* chars = reinterpret_cast<const char*>(bytes);
+    const void* zero = std::memchr(chars, 0, length);
+    const size_t textLength = zero ? static_cast<const char*>(zero) - chars : length;
+    // IsUTF8TextFile's test, bounded by the text's length rather than by a terminating zero.
+    const bool hasMark =
+        textLength >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF;
+    const bool utf8 =
+        hasMark || std::search(chars, chars + textLength, kUtf8UnitHeader,
+                               kUtf8UnitHeader + sizeof kUtf8UnitHeader - 1) != chars + textLength;
+    const size_t skip = hasMark ? 3 : 0;
+    const char* start = chars + skip;
+    const size_t size = textLength - skip;
+    const wxMBConv& conv = utf8 ? static_cast<const wxMBConv&>(wxConvUTF8) : wxConvISO8859_1;
+    // Every byte is a character in ISO-8859-1; UTF-8 must be valid, or there is no text.
+    const size_t count = utf8 ? conv.ToWChar(nullptr, 0, start, size) : size;
+    if (count == wxCONV_FAILED)
+        return false;
+    const FirstLine first = ClassifyFirstLine(
+        [start](size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(start[i])); },
+        size);
+    if (first != FirstLine::kHeader)
+        return ParseFirstLineOnly(first == FirstLine::kLoneLine);
+    std::unique_ptr<wchar_t[]> text(DecodeBytes(conv, start, size, count));
+    return text && ParseUnicodeText(text.get());
+}
+
+bool VyrBaseData::ParseFirstLineOnly(bool lone) {
+    if (!lone) {
+        // What ParseUnicodeText does with a first line that is no header and more lines.
         m_asUnknownSections.Clear();
         return false;
     }
-    if (!text)
-        return false;
-    std::unique_ptr<wchar_t[]> owned(text);
-    return ParseUnicodeText(text);
+    // A lone line is never looked at: the text reads as an empty one.
+    wchar_t empty[1] = {L'\0'};
+    return ParseUnicodeText(empty);
 }
 
 bool VyrBaseData::Load(const wxString& path) {

@@ -366,6 +366,9 @@ private:
     // false when memory ran out there).
     void BeginLoad();
     bool ParseFileBytes(const unsigned char* bytes, size_t length);
+    // ParseUnicodeText of a text whose first line is not a header, without the text: false
+    // when more lines follow (`lone` false), else as for an empty text.
+    bool ParseFirstLineOnly(bool lone);
     bool EndLoad(bool result);
     // After a load: gives each curve, vector and note that the file gave several owners to its
     // first owner only (the document's deletions rely on single owners).
