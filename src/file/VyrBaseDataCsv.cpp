@@ -87,8 +87,8 @@ private:
 
 wxString Title(VyrVecteur* v) {
     if (!v)
-        return "()";
-    return v->GetGrandeur() + "(" + v->GetUnite() + ")";
+        return L"()";
+    return v->GetGrandeur() + L"(" + v->GetUnite() + L")";
 }
 
 }  // namespace

@@ -126,7 +126,7 @@ bool VyrFileSink::CreateUnique(const wxString& dir, const wxString& stem, wxStri
     if (const int error = Injected(VyrFileFaults::kOpen))
         return Fail(error);
     for (int attempt = 0; attempt < kUniqueAttempts; ++attempt) {
-        const wxString candidate = dir + "/" + stem + RandomSuffix();
+        const wxString candidate = dir + L"/" + stem + RandomSuffix();
         wxCharBuffer name;
         // O_EXCL: the name must be new, so nobody else's file is ever taken over.
         const int fd =

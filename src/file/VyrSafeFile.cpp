@@ -34,9 +34,9 @@ wxString FollowLink(const wxString& path) {
 wxString DirectoryOf(const wxString& path) {
     const size_t slash = path.rfind('/');
     if (slash == wxString::npos)
-        return ".";
+        return L".";
     if (slash == 0)
-        return "/";
+        return L"/";
     return path.substr(0, slash);
 }
 
@@ -86,7 +86,7 @@ bool VyrSafeFile::Open() {
         return Failed(kStepCreate, S_ISDIR(info.st_mode) ? EISDIR : EINVAL);
     // A hidden name of the target's own, so that a left-over file (after a crash) tells what
     // it was for, and the rename stays within one file system.
-    if (!m_pSink->CreateUnique(m_sDirectory, "." + name + ".tmp-", &m_sTempPath))
+    if (!m_pSink->CreateUnique(m_sDirectory, L"." + name + L".tmp-", &m_sTempPath))
         return Failed(kStepCreate, m_pSink->GetError());
     // The replacement keeps the target's permission bits, as writing into it would.
     if (::stat(FileName(m_sTarget), &info) == 0)

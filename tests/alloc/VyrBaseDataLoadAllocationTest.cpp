@@ -84,6 +84,7 @@ std::vector<Input> Inputs() {
 TEST(VyrBaseDataLoadAllocation, EveryFailedAllocationGivesACompleteLoadOrFalse) {
     long total = 0;
     long answeredFalse = 0;
+    long spared = 0;
     for (const Input& input : Inputs()) {
         SCOPED_TRACE(input.name);
         ASSERT_FALSE(input.bytes.empty());
@@ -115,6 +116,10 @@ TEST(VyrBaseDataLoadAllocation, EveryFailedAllocationGivesACompleteLoadOrFalse) 
                 continue;
             }
             failingalloc::Disarm();
+            if (failingalloc::Spared()) {
+                ++spared;
+                continue;
+            }
             EXPECT_TRUE(failingalloc::Failed());
             if (loaded)
                 EXPECT_EQ(expected, Summary(doc));
@@ -128,5 +133,8 @@ TEST(VyrBaseDataLoadAllocation, EveryFailedAllocationGivesACompleteLoadOrFalse) 
         total += count;
     }
     EXPECT_GT(answeredFalse, 0);
-    std::printf("allocation failures tried: %ld, load answered false: %ld\n", total, answeredFalse);
+    std::printf(
+        "allocations: %ld, failed in turn: %ld (load answered false: %ld), spared "
+        "inside the toolkit's JPEG decoder: %ld\n",
+        total, total - spared, answeredFalse, spared);
 }
