@@ -102,19 +102,19 @@ bool WriteCsv(VyrBaseData& doc, VyrFileSink& sink);
 
 bool VyrBaseData::SaveAsCsvUTF8(const wxString& path) {
     wxLogNull quiet;
-    VyrFileSink sink;
-    if (!sink.Create(path))
-        return false;
     bool result = false;
     try {
-        result = WriteCsv(*this, sink);
+        VyrFileSink sink;
+        if (sink.Create(path)) {
+            result = WriteCsv(*this, sink);
+            // Some file systems report lost data only when the file is closed.
+            if (!sink.Close())
+                result = false;
+        }
     } catch (const std::bad_alloc&) {
         // Memory that cannot be had fails the export as a short write does.
         result = false;
     }
-    // Some file systems report lost data only when the file is closed.
-    if (!sink.Close())
-        result = false;
     return result;
 }
 

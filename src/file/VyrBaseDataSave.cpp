@@ -1,6 +1,7 @@
 // Saving a document file: UTF-16LE with its mark, the sections in their fixed order, then the
 // sections the last load did not know. Also the writing helpers the application may call on
 // their own (mark, text, escaped strings, curve style strings, a block of bytes to a file).
+#include <cerrno>
 #include <new>
 #include <string>
 
@@ -39,59 +40,68 @@ bool VyrBaseData::WriteDocument(VyrFileSink& sink) {
     };
 
     m_mapVectorUnit.clear();
-    bool result = sink.Write(kUnicodeMark, sizeof kUnicodeMark);
+    if (!sink.Write(kUnicodeMark, sizeof kUnicodeMark))
+        return false;
+    VyrTextWriter out(sink);
+    for (SectionWriter writer : kWriters) {
+        // A failing section stops the save: the sections after it are not written.
+        if (!(this->*writer)(out) || !out.Flush())
+            return false;
+    }
+    return SauveSectionInconnue(out) && out.Flush();
+}
+
+bool VyrBaseData::Save(const wxString& path) {
+    // File operations answer false and show no message.
+    wxLogNull noMessages;
+    bool result = false;
     try {
-        if (result) {
-            VyrTextWriter out(sink);
-            for (SectionWriter writer : kWriters) {
-                // A failing section stops the save: the sections after it are not written.
-                if (!(this->*writer)(out) || !out.Flush()) {
-                    result = false;
-                    break;
-                }
-            }
-            if (result)
-                result = SauveSectionInconnue(out) && out.Flush();
+        VyrFileSink sink;
+        if (sink.Create(path)) {
+            result = WriteDocument(sink);
+            // Some file systems report lost data only when the file is closed.
+            if (!sink.Close())
+                result = false;
         }
     } catch (const std::bad_alloc&) {
-        // Memory that cannot be had fails the save as a short write does.
+        // The library has no exceptions of its own: memory that cannot be had fails the save
+        // as a short write does (the partial file stays, as after any failed Save).
         result = false;
     }
     m_mapVectorUnit.clear();
     return result;
 }
 
-bool VyrBaseData::Save(const wxString& path) {
-    // File operations answer false and show no message.
-    wxLogNull noMessages;
-    VyrFileSink sink;
-    if (!sink.Create(path)) {
+bool VyrBaseData::SaveSafely(const wxString& path) {
+    try {
+        VyrSafeFile file(path);
+        return SaveSafely(file);
+    } catch (const std::bad_alloc&) {
         m_mapVectorUnit.clear();
         return false;
     }
-    bool result = WriteDocument(sink);
-    // Some file systems report lost data only when the file is closed.
-    if (!sink.Close())
-        result = false;
-    return result;
-}
-
-bool VyrBaseData::SaveSafely(const wxString& path) {
-    VyrSafeFile file(path);
-    return SaveSafely(file);
 }
 
 bool VyrBaseData::SaveSafely(VyrSafeFile& file) {
     wxLogNull noMessages;
-    if (!file.Open()) {
-        m_mapVectorUnit.clear();
-        return false;
-    }
-    if (!WriteDocument(file.GetSink())) {
+    bool result = false;
+    try {
+        if (file.Open()) {
+            if (WriteDocument(file.GetSink())) {
+                result = file.Commit();
+            } else {
+                file.Discard();
+                file.Failed(VyrSafeFile::kStepWrite, file.GetSink().GetError());
+            }
+        }
+    } catch (const std::bad_alloc&) {
+        // The previous file stays: the temporary one goes.
         file.Discard();
-        return file.Failed(VyrSafeFile::kStepWrite, file.GetSink().GetError());
+        file.Failed(VyrSafeFile::kStepWrite, ENOMEM);
+        result = false;
     }
-    return file.Commit();
+    m_mapVectorUnit.clear();
+    return result;
 }
 
 bool VyrBaseData::WriteHeaderUnicode(wxFile& file) {
@@ -148,7 +158,10 @@ wxString VyrBaseData::GetStringStyleEx(VyrCourbe* c) {
             text += L'|';
         const size_t n = i == 0 ? VyrNumberText::FormatInt(buf, fields[i])
                                 : VyrNumberText::FormatHex(buf, fields[i]);
-        text += wxString::FromAscii(buf, n);
+        // ASCII digits, widened one by one (the toolkit's converters lose their buffer when
+        // memory runs out).
+        for (size_t k = 0; k < n; ++k)
+            text += static_cast<wchar_t>(buf[k]);
     }
     return text;
 }

@@ -20,19 +20,26 @@ std::atomic<long> g_count{0};
 std::atomic<bool> g_failed{false};
 std::atomic<bool> g_spared{false};
 
-// True when the allocation is made inside the toolkit's image decoding. The toolkit's JPEG
-// handler is not exception-safe: an allocation failing inside it leaves the decoder's state and
-// the picture's buffer behind (measured under the leak sanitizer). That is the toolkit's own
-// leak, which the library cannot prevent, so such allocations are spared.
-bool InsideToolkitImageDecoding() {
+// True when the allocation is made inside a part of the toolkit that is not exception-safe:
+// its JPEG handler (an allocation failing inside it leaves the codec's state and the picture's
+// buffer behind) and its character converters (a file name or a narrow text being converted
+// loses its conversion buffer). Measured under the leak sanitizer; these are the toolkit's own
+// leaks, which the library cannot prevent (it avoids the converters where it can), so such
+// allocations are spared.
+bool InsideUnsafeToolkitCode() {
+    static const char* const kUnsafe[] = {
+        "wxJPEGHandler",       "wxImage6DoLoad",       "wxMBConv",
+        "wxWhateverWorksConv", "wxString10ConvertStr", "wxString6AsChar",
+    };
     void* frames[64];
     const int count = backtrace(frames, 64);
     for (int i = 0; i < count; ++i) {
         Dl_info info;
-        if (dladdr(frames[i], &info) && info.dli_sname &&
-            (std::strstr(info.dli_sname, "wxJPEGHandler") ||
-             std::strstr(info.dli_sname, "wxImage6DoLoad")))
-            return true;
+        if (!dladdr(frames[i], &info) || !info.dli_sname)
+            continue;
+        for (const char* name : kUnsafe)
+            if (std::strstr(info.dli_sname, name))
+                return true;
     }
     return false;
 }
@@ -46,7 +53,7 @@ bool Fails() {
         return false;
     // backtrace allocates on its first use: keep this allocator out of the way meanwhile.
     g_armed = false;
-    const bool spared = InsideToolkitImageDecoding();
+    const bool spared = InsideUnsafeToolkitCode();
     g_armed = true;
     if (spared) {
         g_spared = true;

@@ -1,7 +1,7 @@
 // A replacement of the global operator new for this test program only: it counts allocations
 // and, when armed, makes one chosen allocation fail (the throwing forms throw std::bad_alloc,
 // the std::nothrow forms answer null), as memory running out at that moment would. Allocations
-// of the toolkit's image decoding are spared (see Spared).
+// inside the toolkit's JPEG handler and character converters are spared (see Spared).
 #ifndef VYR_TESTS_ALLOC_FAILINGALLOCATOR_H
 #define VYR_TESTS_ALLOC_FAILINGALLOCATOR_H
 
@@ -15,8 +15,8 @@ void Disarm();
 long Count();
 // Whether the armed allocation was reached (and failed).
 bool Failed();
-// Whether the armed allocation was reached inside the toolkit's image decoding, where it is
-// spared (the toolkit's JPEG handler leaks its decoder when an allocation fails inside it).
+// Whether the armed allocation was reached inside the toolkit's JPEG handler or character
+// converters, where it is spared (they leak when an allocation fails inside them).
 bool Spared();
 
 }  // namespace failingalloc

@@ -2,10 +2,14 @@
 // failing that one allocation makes the load either complete (true, the whole document) or
 // answer false, with a document that can still be used and emptied; never a crash, never an
 // exception out of Load. Under the sanitizers nothing may leak either (checked at exit).
+#include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -135,6 +139,70 @@ TEST(VyrBaseDataLoadAllocation, EveryFailedAllocationGivesACompleteLoadOrFalse) 
     EXPECT_GT(answeredFalse, 0);
     std::printf(
         "allocations: %ld, failed in turn: %ld (load answered false: %ld), spared "
-        "inside the toolkit's JPEG decoder: %ld\n",
+        "inside the toolkit's JPEG handler or converters: %ld\n",
         total, total - spared, answeredFalse, spared);
+}
+
+// Load from a file and Save, for the sample with every section kind: the same promise (Load and
+// Save answer false rather than throw, and leave a usable document).
+TEST(VyrBaseDataLoadAllocation, LoadFromAFileAndSaveUnderEveryFailedAllocation) {
+    const std::string sample = VYR_SOURCE_DIR "/fuzz/corpus/load/oscillation_utf16";
+    char pattern[] = "/tmp/vyralloctestXXXXXX";
+    const int fd = mkstemp(pattern);
+    ASSERT_GE(fd, 0);
+    close(fd);
+    const wxString target = wxString::FromUTF8(pattern);
+    // Built before any allocation is made to fail: only the library's own are.
+    const wxString source = wxString::FromUTF8(sample.c_str());
+    for (const bool save : {false, true}) {
+        SCOPED_TRACE(save ? "Save" : "Load");
+        long count = 0;
+        // What a load builds, and the bytes a save writes, when nothing fails.
+        std::string expected;
+        for (int warm = 0; warm < 2; ++warm) {
+            VyrBaseData doc(nullptr);
+            ASSERT_TRUE(doc.Load(source));
+            failingalloc::Arm(0);
+            const bool done = save ? doc.Save(target) : doc.Load(source);
+            failingalloc::Disarm();
+            ASSERT_TRUE(done);
+            count = failingalloc::Count();
+            expected = save ? ReadFile(pattern) : Summary(doc);
+        }
+        ASSERT_GT(count, 5);
+        long answeredFalse = 0;
+        long spared = 0;
+        for (long n = 1; n <= count; ++n) {
+            SCOPED_TRACE(n);
+            VyrBaseData doc(nullptr);
+            ASSERT_TRUE(doc.Load(source));
+            failingalloc::Arm(n);
+            bool done = true;
+            try {
+                done = save ? doc.Save(target) : doc.Load(source);
+            } catch (...) {
+                failingalloc::Disarm();
+                ADD_FAILURE() << "an exception left " << (save ? "Save" : "Load");
+                continue;
+            }
+            failingalloc::Disarm();
+            if (failingalloc::Spared()) {
+                ++spared;
+                continue;
+            }
+            answeredFalse += !done;
+            // A true answer means the whole document was read, or written.
+            if (done) {
+                EXPECT_EQ(expected, save ? ReadFile(pattern) : Summary(doc));
+            }
+            EXPECT_TRUE(doc.GetVectorUnitMap().empty());
+            doc.Delete();
+        }
+        EXPECT_GT(answeredFalse, 0);
+        std::printf(
+            "%s: %ld allocations, %ld failed in turn (%ld answered false), %ld spared "
+            "inside the toolkit's JPEG handler or converters\n",
+            save ? "Save" : "Load from a file", count, count - spared, answeredFalse, spared);
+    }
+    std::remove(pattern);
 }

@@ -583,3 +583,11 @@ TEST(VyrBaseDataLoad, TheRegressionCorpusLoadsOrFailsAsItShould) {
         }
     }
 }
+
+TEST(VyrBaseDataLoad, ParseUnicodeTextRefusesAKeyLineBeforeAnyHeader) {
+    VyrBaseData doc(nullptr);
+    wchar_t text[] = L"\toid = 3\r\n[vecteur]\r\n\toid = 4\r\n";
+    EXPECT_FALSE(doc.ParseUnicodeText(text));
+    EXPECT_EQ(0u, doc.GetEntityList().GetCount());
+    EXPECT_FALSE(doc.ParseUnicodeText(nullptr));
+}

@@ -552,3 +552,18 @@ TEST(VyrBaseDataSave, SaveDataInFileClosesItsFileWhenTheWriteFails) {
     EXPECT_EQ(descriptors, OpenDescriptors());
     EXPECT_EQ(2u, ReadBytes(path).size());
 }
+
+TEST(VyrBaseDataSave, WriteInFileOfAnEmptyTextWritesNothing) {
+    FaultsOff off;
+    TempDir dir;
+    const std::string path = dir.File("empty");
+    {
+        wxFile file(Wx(path), wxFile::write);
+        wxString nothing;
+        // Even a failing disk cannot refuse nothing.
+        VyrFileFaults::Arm(VyrFileFaults::kWrite, 1, true, ENOSPC);
+        EXPECT_TRUE(VyrBaseData::WriteInFile(file, nothing, nullptr));
+        EXPECT_EQ(0, VyrFileFaults::Injected());
+    }
+    EXPECT_TRUE(ReadBytes(path).empty());
+}

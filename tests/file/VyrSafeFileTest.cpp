@@ -243,3 +243,17 @@ TEST(VyrSafeFile, EachFailingStepIsReportedAndLeavesNoTrace) {
         EXPECT_EQ(descriptors, OpenDescriptors());
     }
 }
+
+TEST(VyrSafeFile, ASymbolicLinkThatNamesNothingIsReplacedByTheFile) {
+    FaultsOff off;
+    TempDir dir;
+    const std::string link = dir.File("dangling.vyr");
+    ASSERT_EQ(0, symlink((dir.Path() + "/nowhere").c_str(), link.c_str()));
+    VyrSafeFile file(Wx(link));
+    EXPECT_EQ(Wx(link), file.GetTarget());
+    ASSERT_TRUE(file.Write(Writing("a file now")));
+    struct stat info;
+    ASSERT_EQ(0, lstat(link.c_str(), &info));
+    EXPECT_TRUE(S_ISREG(info.st_mode));
+    EXPECT_EQ("a file now", ReadBytes(link));
+}
