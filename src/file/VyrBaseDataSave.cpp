@@ -148,9 +148,11 @@ wxString VyrBaseData::GetStringStyle(VyrCourbe* /*c*/) {
 wxString VyrBaseData::GetStringStyleEx(VyrCourbe* c) {
     if (!c)
         return wxString();
-    // "%d|%x|%x|%x|%x|%x": 1, point style, line style, twice the width minus 2, 0, 0.
-    const int fields[6] = {1, c->GetStylePoint(), c->GetStyleLiaison(), c->GetWidth() * 2 - 2, 0,
-                           0};
+    // "%d|%x|%x|%x|%x|%x": 1, point style, line style, twice the width minus 2, 0, 0. A width
+    // read from a file can be as large as 2^30: the field wraps as the int would, computed
+    // without overflowing.
+    const int widthField = static_cast<int>(static_cast<unsigned>(c->GetWidth()) * 2u - 2u);
+    const int fields[6] = {1, c->GetStylePoint(), c->GetStyleLiaison(), widthField, 0, 0};
     wxString text;
     char buf[VyrNumberText::kMaxChars];
     for (int i = 0; i < 6; ++i) {

@@ -577,6 +577,14 @@ TEST(VyrBaseDataLoad, TheRegressionCorpusLoadsOrFailsAsItShould) {
             VyrBaseData fromFile(nullptr);
             EXPECT_EQ(expected, fromFile.Load(Wx(file)));
             EXPECT_EQ(Summary(fromMemory), Summary(fromFile));
+            // Whatever loaded saves, and loads again.
+            if (expected) {
+                TempDir dir;
+                const std::string saved = dir.File("saved.vyr");
+                EXPECT_TRUE(fromMemory.Save(Wx(saved)));
+                VyrBaseData again(nullptr);
+                EXPECT_TRUE(again.Load(Wx(saved)));
+            }
             // Emptying a document must not meet any element twice.
             fromMemory.Delete();
             EXPECT_EQ(0u, fromMemory.GetEntityList().GetCount());

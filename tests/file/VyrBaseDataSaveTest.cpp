@@ -251,6 +251,12 @@ TEST(VyrBaseDataSave, StyleStrings) {
     EXPECT_EQ(wxString(L"1|a|2|4|0|0"), VyrBaseData::GetStringStyleEx(c));
     c->SetWidth(0);
     EXPECT_EQ(wxString(L"1|a|2|fffffffe|0|0"), VyrBaseData::GetStringStyleEx(c));
+    // The largest width a file can give: 2^30, from "style_ex" 1|3|2|2147483647 (2^31 - 1
+    // halved, plus 1). Twice it minus 2 still fits; one more wraps as an int would.
+    c->SetWidth(1073741824);
+    EXPECT_EQ(wxString(L"1|a|2|7ffffffe|0|0"), VyrBaseData::GetStringStyleEx(c));
+    c->SetWidth(1073741825);
+    EXPECT_EQ(wxString(L"1|a|2|80000000|0|0"), VyrBaseData::GetStringStyleEx(c));
 }
 
 TEST(VyrBaseDataSave, UnknownSectionsComeBackAfterEveryKnownSectionInTheirOrder) {
