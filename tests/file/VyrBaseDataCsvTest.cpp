@@ -16,6 +16,8 @@
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrExperienceParam.h"
 #include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/file/VyrSafeFile.h"
+#include "FileTestSupport.h"
 
 namespace {
 
@@ -244,4 +246,41 @@ TEST_F(CsvTest, ShortWriteAnswersFalse) {
     EXPECT_FALSE(doc.SaveAsCsvUTF8("/dev/full"));
     VyrBaseData empty(nullptr);
     EXPECT_FALSE(empty.SaveAsCsvUTF8("/dev/full"));
+}
+
+// Every operation of an export of a real document (open, each write, close), made to fail once:
+// the export answers false and leaves no descriptor open. Through VyrSafeFile the previous
+// export stays whole.
+TEST(VyrBaseDataCsvFaults, AnyFailingOperationAnswersFalseAndClosesTheFile) {
+    VyrFileFaults::Disarm();
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(doc.Load(wxString::FromUTF8(VYR_SOURCE_DIR "/samples/sound.vyr")));
+    const wxString path = wxFileName::CreateTempFileName("vyrcsvfault");
+    ASSERT_TRUE(doc.SaveAsCsvUTF8(path));
+    const long count = VyrFileFaults::Count();
+    // Open, the blocks of a 100 000-row export, close.
+    EXPECT_GE(count, 4);
+    wxFFile previous(path, "rb");
+    wxString before;
+    ASSERT_TRUE(previous.ReadAll(&before, wxConvISO8859_1));
+    previous.Close();
+    for (long n = 1; n <= count; ++n) {
+        SCOPED_TRACE(n);
+        const int descriptors = filetest::OpenDescriptors();
+        VyrFileFaults::Arm(VyrFileFaults::kAll, n, false, ENOSPC);
+        EXPECT_FALSE(doc.SaveAsCsvUTF8(path));
+        EXPECT_EQ(descriptors, filetest::OpenDescriptors());
+        VyrFileFaults::Arm(VyrFileFaults::kAll, n, false, ENOSPC);
+        EXPECT_FALSE(VyrSafeFile::WriteFile(
+            path, [&](const wxString& temp) { return doc.SaveAsCsvUTF8(temp); }));
+        VyrFileFaults::Disarm();
+        // The plain export broke the file; the safe one put it back whole first.
+        ASSERT_TRUE(VyrSafeFile::WriteFile(
+            path, [&](const wxString& temp) { return doc.SaveAsCsvUTF8(temp); }));
+        wxFFile after(path, "rb");
+        wxString now;
+        ASSERT_TRUE(after.ReadAll(&now, wxConvISO8859_1));
+        EXPECT_TRUE(before == now);
+    }
+    wxRemoveFile(path);
 }
