@@ -1,4 +1,5 @@
-// CSV export of a large document: 10 experiments of 10 curves of 10^4 points each.
+// CSV export of large documents: one curve of 10^4 to 10^7 points, and 10 experiments of 10
+// curves of 10^4 points each.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -36,7 +37,8 @@ void FillDocument(VyrBaseData& doc, int experiences, int curves, int points) {
 
 void BM_SaveAsCsvUTF8(benchmark::State& state) {
     VyrBaseData doc(nullptr);
-    FillDocument(doc, 10, 10, 10000);
+    FillDocument(doc, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)),
+                 static_cast<int>(state.range(2)));
     const wxString path = wxFileName::CreateTempFileName("vyrbenchcsv");
     wxULongLong size = 0;
     for (auto _ : state) {
@@ -49,13 +51,21 @@ void BM_SaveAsCsvUTF8(benchmark::State& state) {
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
                             static_cast<int64_t>(size.GetValue()));
     state.counters["file_MB"] = static_cast<double>(size.GetValue()) / 1e6;
+    // Numbers written: per experiment one x column and one y column per curve.
+    state.SetItemsProcessed(state.iterations() * state.range(0) * (state.range(1) + 1) *
+                            state.range(2));
     wxRemoveFile(path);
 }
 
 }  // namespace
 
+// Arguments: experiments, curves per experiment, points per curve.
 BENCHMARK(BM_SaveAsCsvUTF8)
+    ->Args({1, 1, 10000})
+    ->Args({1, 1, 100000})
+    ->Args({1, 1, 1000000})
+    ->Args({1, 1, 10000000})
+    ->Args({10, 10, 10000})
+    ->ArgNames({"experiments", "curves", "points"})
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime()
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true);
+    ->UseRealTime();

@@ -62,7 +62,7 @@ void BM_AddPoint(benchmark::State& state) {
     }
     PerPoint(state, n);
 }
-BENCHMARK(BM_AddPoint)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_AddPoint)->RangeMultiplier(10)->Range(10000, 10000000)->Unit(benchmark::kMillisecond);
 
 // Inserting in X order, points arriving in random order: each insertion moves the later
 // points up, so the whole run is quadratic in the number of points.
@@ -103,7 +103,7 @@ void BM_SortCurve(benchmark::State& state) {
     }
     PerPoint(state, n);
 }
-BENCHMARK(BM_SortCurve)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SortCurve)->RangeMultiplier(10)->Range(10000, 10000000)->Unit(benchmark::kMillisecond);
 
 // A curve of n points at X = 0, 1, 2... and the n abscissas 0.5, 1.5, ... to read.
 struct Walk {
@@ -135,7 +135,10 @@ void BM_InterpolateReusingStart(benchmark::State& state) {
     }
     PerPoint(state, static_cast<int>(walk.at.size()));
 }
-BENCHMARK(BM_InterpolateReusingStart)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_InterpolateReusingStart)
+    ->RangeMultiplier(10)
+    ->Range(10000, 10000000)
+    ->Unit(benchmark::kMillisecond);
 
 // The same walk searching from point 0 each time: quadratic, hence the smaller sizes.
 void BM_InterpolateFromZero(benchmark::State& state) {

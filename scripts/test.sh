@@ -10,7 +10,7 @@ jobs=$(nproc)
 export DISPLAY= WAYLAND_DISPLAY=   # everything runs headless, as in CI
 
 echo "== build and unit tests"
-cmake -S . -B build/release -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVYR_WERROR=ON >/dev/null
+cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DVYR_WERROR=ON >/dev/null
 cmake --build build/release -j"$jobs"
 
 echo "== install, then build an outside consumer both ways"

@@ -52,12 +52,36 @@ public:
         return i >= 0 && i < m_iCount && VyrIsMaskBitSet(*m_pMaskX, i) &&
                VyrIsMaskBitSet(*m_pMaskY, i);
     }
+    // The first index at or after i that is not drawable (i itself when it is not): the end of
+    // the stretch of drawable points that begins at i. Whole bytes of the masks are tested at
+    // once, so a recording without invalid points costs a few tests per eight points.
+    int ValidStretchEnd(int i) const {
+        if (!IsValid(i))
+            return i;
+        int j = i + 1;
+        while (j < m_iCount && (j & 7) != 0 && IsValid(j))
+            ++j;
+        if (j < m_iCount && (j & 7) != 0)
+            return j;  // stopped at an invalid point
+        while (j + 8 <= m_iCount && AllValid(*m_pMaskX, j >> 3) && AllValid(*m_pMaskY, j >> 3))
+            j += 8;
+        while (j < m_iCount && IsValid(j))
+            ++j;
+        return j;
+    }
+    const double* GetXs() const { return m_pX; }
+    const double* GetYs() const { return m_pY; }
     double X(int i) const { return m_pX ? m_pX[i] : 0.0; }
     double Y(int i) const { return m_pY ? m_pY[i] : 0.0; }
     wxPoint Pixel(int i) const { return m_world.ToPixel(X(i), Y(i)); }
     const VyrWorldTransform& GetWorld() const { return m_world; }
 
 private:
+    // The eight points of mask byte k are all valid (a byte beyond the mask reads as valid).
+    static bool AllValid(const VyrBitMask& mask, int k) {
+        return k >= mask.GetSize() || mask[k] == 0;
+    }
+
     VyrWorldTransform m_world;
     const double* m_pX = nullptr;
     const double* m_pY = nullptr;

@@ -28,8 +28,7 @@ void RangeOf(const VyrCourbe* c, bool onX, int type, double& lo, double& hi) {
         lo = onX ? s.GetXmin() : s.GetYmin();
         hi = onX ? s.GetXmax() : s.GetYmax();
     } else {
-        lo = v->GetMin();
-        hi = v->GetMax();
+        v->GetMinMax(lo, hi);
     }
 }
 

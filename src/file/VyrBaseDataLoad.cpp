@@ -7,6 +7,10 @@
 #include <memory>
 #include <new>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <wx/file.h>
 #include <wx/filefn.h>
 #include <wx/intl.h>
@@ -191,7 +195,7 @@ bool VyrBaseData::EndLoad(bool result) {
     return result;
 }
 
-bool VyrBaseData::ParseFileBytes(const unsigned char* bytes, size_t length) {
+bool VyrBaseData::ParseFileBytes(const unsigned char* bytes, size_t length, bool ownBuffer) {
     // The text ends at its first zero (a zero code unit in UTF-16), as a C string would.
     if (length >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
         const unsigned char* body = bytes + 2;
@@ -201,6 +205,11 @@ bool VyrBaseData::ParseFileBytes(const unsigned char* bytes, size_t length) {
         const FirstLine first = ClassifyFirstLine(unit, units);
         if (first != FirstLine::kHeader)
             return ParseFirstLineOnly(first == FirstLine::kLoneLine);
+        // Whole code units are read in place; an odd last byte (which pairs with a zero) takes
+        // the decoding copy. Only a buffer of the load's own may give back the pages the reader
+        // has passed.
+        if (bodyLength % 2 == 0)
+            return ParseUtf16Text(body, units, ownBuffer);
         std::unique_ptr<wchar_t[]> text(DecodeUtf16Le(body, bodyLength, units));
         return text && ParseUnicodeText(text.get());
     }
@@ -260,7 +269,7 @@ bool VyrBaseData::Load(const wxString& path) {
             std::unique_ptr<unsigned char[]> bytes(ReadAll(file, &length));
             file.Close();
             if (bytes)
-                result = ParseFileBytes(bytes.get(), length);
+                result = ParseFileBytes(bytes.get(), length, true);
         }
     } catch (const std::bad_alloc&) {
         // The library has no exceptions of its own: memory that cannot be had is a failed
@@ -280,8 +289,8 @@ bool VyrBaseData::LoadFromMemory(const void* bytes, size_t length) {
         try {
             Delete();
             static const unsigned char kNothing[1] = {0};
-            result =
-                ParseFileBytes(bytes ? static_cast<const unsigned char*>(bytes) : kNothing, length);
+            result = ParseFileBytes(bytes ? static_cast<const unsigned char*>(bytes) : kNothing,
+                                    length, false);
         } catch (const std::bad_alloc&) {
             result = false;
         }
@@ -331,9 +340,22 @@ wxString VyrBaseData::ReadSection(const wxString& header, bool* stop, bool* expe
 bool VyrBaseData::ParseUnicodeText(wchar_t* text) {
     if (!text)
         return false;
-    m_asUnknownSections.Clear();
     m_tokenizer.SetText(text, std::wcslen(text));
+    return ParseTokenizedText();
+}
 
+bool VyrBaseData::ParseUtf16Text(const unsigned char* bytes, size_t units, bool releaseConsumed) {
+    if (!bytes)
+        return false;
+    m_tokenizer.SetUtf16(bytes, units);
+    m_bReleaseConsumed = releaseConsumed;
+    const bool result = ParseTokenizedText();
+    m_bReleaseConsumed = false;
+    return result;
+}
+
+bool VyrBaseData::ParseTokenizedText() {
+    m_asUnknownSections.Clear();
     bool result = true;
     if (!m_tokenizer.HasMoreTokens()) {
         SimuleSectionManip();

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <locale.h>
 #include <string>
+#include <type_traits>
 
 namespace VyrNumberText {
 
@@ -65,10 +66,24 @@ int ReadInteger(std::wstring_view text, int base) {
 }
 
 // The characters that can belong to what strtod reads: digits, signs, points, exponent and
-// hexadecimal letters, "inf"/"nan" and the n-char sequence of "nan(...)".
-bool MayBelongToNumber(wchar_t c) {
-    return (c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') ||
-           c == L'.' || c == L',' || c == L'+' || c == L'-' || c == L'(' || c == L')' || c == L'_';
+// hexadecimal letters, "inf"/"nan" and the n-char sequence of "nan(...)". A table, since every
+// character of every number of a file passes through it.
+struct NumberCharTable {
+    bool belongs[128] = {};
+    constexpr NumberCharTable() {
+        for (int c = 0; c < 128; ++c)
+            belongs[c] = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
+                         (c >= 'A' && c <= 'Z') || c == '.' || c == ',' || c == '+' || c == '-' ||
+                         c == '(' || c == ')' || c == '_';
+    }
+};
+constexpr NumberCharTable kNumberChars;
+
+template <class Unit>
+bool MayBelongToNumber(Unit unit) {
+    // Through unsigned: a narrow byte above 127 (a negative char) belongs to no number.
+    const auto c = static_cast<std::make_unsigned_t<Unit>>(unit);
+    return c < 128 && kNumberChars.belongs[c];
 }
 
 locale_t CLocale() {
@@ -113,6 +128,42 @@ double ReadDoubleNarrow(const char* first, const char* last) {
     return negative ? -value : value;
 }
 
+// strtod on the text (wide or narrow units): blanks skipped, the candidate characters narrowed
+// with "," read as ".", then converted.
+template <class Text>
+double ReadDoubleUnits(Text text) {
+    size_t i = 0;
+    while (i < text.size() && IsBlank(static_cast<wchar_t>(text[i])))
+        ++i;
+    size_t end = i;
+    bool comma = false;
+    while (end < text.size() && MayBelongToNumber(text[end])) {
+        comma = comma || text[end] == ',';
+        ++end;
+    }
+    if (end == i)
+        return 0.0;
+    // Narrow text without a comma is converted where it lies.
+    if constexpr (std::is_same_v<Text, std::string_view>) {
+        if (!comma)
+            return ReadDoubleNarrow(text.data() + i, text.data() + end);
+    }
+    // The candidate characters are ASCII: narrow them, with "," read as ".".
+    char small[128];
+    std::string large;
+    char* narrow = small;
+    const size_t count = end - i;
+    if (count > sizeof small) {
+        large.resize(count);
+        narrow = &large[0];
+    }
+    for (size_t k = 0; k < count; ++k) {
+        const auto c = text[i + k];
+        narrow[k] = c == ',' ? '.' : static_cast<char>(c);
+    }
+    return ReadDoubleNarrow(narrow, narrow + count);
+}
+
 }  // namespace
 
 size_t FormatInt(char* buf, int value) {
@@ -143,26 +194,11 @@ int ReadHex(std::wstring_view text) {
 }
 
 double ReadDouble(std::wstring_view text) {
-    size_t i = SkipBlanks(text);
-    size_t end = i;
-    while (end < text.size() && MayBelongToNumber(text[end]))
-        ++end;
-    if (end == i)
-        return 0.0;
-    // The candidate characters are ASCII: narrow them, with "," read as ".".
-    char small[128];
-    std::string large;
-    char* narrow = small;
-    const size_t count = end - i;
-    if (count > sizeof small) {
-        large.resize(count);
-        narrow = &large[0];
-    }
-    for (size_t k = 0; k < count; ++k) {
-        const wchar_t c = text[i + k];
-        narrow[k] = c == L',' ? '.' : static_cast<char>(c);
-    }
-    return ReadDoubleNarrow(narrow, narrow + count);
+    return ReadDoubleUnits(text);
+}
+
+double ReadDoubleNarrowText(std::string_view text) {
+    return ReadDoubleUnits(text);
 }
 
 }  // namespace VyrNumberText

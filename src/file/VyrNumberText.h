@@ -11,7 +11,9 @@
 #ifndef VYRBASE_FILE_VYRNUMBERTEXT_H
 #define VYRBASE_FILE_VYRNUMBERTEXT_H
 
+#include <charconv>
 #include <cstddef>
+#include <system_error>
 #include <string_view>
 
 #include "vyrbase/core/VyrExport.h"
@@ -38,6 +40,26 @@ VYRBASE_API int ReadHex(std::wstring_view text);
 // forms, "inf", "infinity" and "nan" included, overflow giving an infinity and underflow the
 // correctly rounded tiny value. Bit for bit the value of that conversion.
 VYRBASE_API double ReadDouble(std::wstring_view text);
+// The same on narrow text (the characters of a number are ASCII; other bytes end it).
+VYRBASE_API double ReadDoubleNarrowText(std::string_view text);
+inline double ReadDouble(std::string_view text) {
+    // The usual text of a file, a decimal number that from_chars reads whole without a range
+    // error, converts in one call; from_chars and strtod both round correctly, so they agree.
+    // Everything else (signs, blanks, commas, hexadecimal, inf, nan, trailing text, overflow
+    // and underflow) takes the general way.
+    if (!text.empty()) {
+        const char* first = text.data();
+        const char* last = first + text.size();
+        const char* digits = *first == '-' ? first + 1 : first;
+        if (digits < last && ((*digits >= '0' && *digits <= '9') || *digits == '.')) {
+            double value;
+            const std::from_chars_result result = std::from_chars(first, last, value);
+            if (result.ec == std::errc() && result.ptr == last)
+                return value;
+        }
+    }
+    return ReadDoubleNarrowText(text);
+}
 
 }  // namespace VyrNumberText
 

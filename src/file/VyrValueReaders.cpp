@@ -1,8 +1,20 @@
 // The readers every section shares: values of the current line, quoted texts over several
 // lines, tables, skipping a section and keeping an unknown one verbatim.
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#if defined(__linux__)
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
+
 #include "file/VyrNumberText.h"
 #include "file/VyrReadText.h"
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/data/VyrVecteur.h"
 
 using VyrReadText::IsHeader;
 using VyrReadText::ToString;
@@ -53,16 +65,127 @@ bool VyrBaseData::ParseTableDouble(VyrArrayDouble* values) {
     return closed;
 }
 
+namespace {
+
+// Where the pages behind the reader go back to the system, in steps of this many units.
+constexpr size_t kReleaseStep = size_t(1) << 20;
+
+// Hands the whole pages of [from, to) back to the system: their memory is freed and reads as
+// zeros from then on. Only for a buffer whose content behind the reader is never read again.
+void ReleasePages(const unsigned char* from, const unsigned char* to) {
+#if defined(__linux__)
+    const uintptr_t page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
+    const uintptr_t first = (reinterpret_cast<uintptr_t>(from) + page - 1) & ~(page - 1);
+    const uintptr_t last = reinterpret_cast<uintptr_t>(to) & ~(page - 1);
+    if (last > first)
+        madvise(reinterpret_cast<void*>(first), last - first, MADV_DONTNEED);
+#else
+    (void)from;
+    (void)to;
+#endif
+}
+
+// Takes the tokens of a table of reals up to its closing "}" (true) or the end of the text
+// (false), calling add(value) for each other token, one number per token, as ReadDouble of the
+// token's text. The token is narrowed straight from the text (a unit beyond ASCII ends a
+// number where the wide conversion would end it); a token too long for the buffer is decoded
+// and converted as wide text. With `release`, the pages of UTF-16 text behind the reader go
+// back to the system as it goes.
+template <class Add>
+bool ReadTableValues(VyrLineTokenizer& tokenizer, bool release, Add add) {
+    release = release && tokenizer.IsUtf16();
+    size_t released = tokenizer.GetPosition();
+    char narrow[256];
+    for (;;) {
+        const size_t length = tokenizer.NextTokenAscii(narrow, sizeof narrow);
+        if (length == 0)
+            return false;
+        if (narrow[0] == '}')
+            return true;
+        if (length <= sizeof narrow) {
+            add(VyrNumberText::ReadDouble(std::string_view(narrow, length)));
+        } else {
+            std::wstring wide;
+            tokenizer.AppendRange(wide, tokenizer.GetTokenStart(), tokenizer.GetTokenEnd());
+            add(VyrNumberText::ReadDouble(std::wstring_view(wide)));
+        }
+        const size_t start = tokenizer.GetTokenStart();
+        if (release && start - released >= kReleaseStep) {
+            const unsigned char* bytes = tokenizer.GetUtf16Bytes();
+            ReleasePages(bytes + 2 * released, bytes + 2 * start);
+            released = start;
+        }
+    }
+}
+
+// The count written after "table" on a table's line, bounded by what the rest of the text can
+// hold (a value and its separator take two units at least); 0 when there is none.
+size_t TableCountHint(std::wstring_view line, size_t unitsLeft) {
+    const size_t table = line.find(L"table");
+    if (table == std::wstring_view::npos)
+        return 0;
+    const int count = VyrNumberText::ReadDecimal(line.substr(table + 5));
+    if (count <= 0)
+        return 0;
+    return std::min(static_cast<size_t>(count), unitsLeft / 2 + 1);
+}
+
+// The largest number of values a vector takes from a table (Resize adds its slack of 100).
+const size_t kMostValues = static_cast<size_t>(INT_MAX - 100);
+
+// Gives the vector the values as Resize(count) and copying them in does.
+void StoreValues(VyrVecteur* vector, const double* values, size_t size) {
+    const int count = static_cast<int>(std::min(size, kMostValues));
+    vector->Resize(count);
+    if (vector->GetSize() == count && count > 0 && vector->GetArea())
+        std::memcpy(vector->GetArea(), values, count * sizeof(double));
+}
+
+}  // namespace
+
 bool VyrBaseData::ReadTableDouble(std::vector<double>& values) {
     values.clear();
     // One number per line; the element count after "table" is not used.
-    while (m_tokenizer.HasMoreTokens()) {
-        std::wstring_view token = m_tokenizer.GetNextToken();
-        if (token[0] == L'}')
-            return true;
-        values.push_back(VyrNumberText::ReadDouble(token));
+    return ReadTableValues(m_tokenizer, m_bReleaseConsumed,
+                           [&values](double v) { values.push_back(v); });
+}
+
+bool VyrBaseData::ReadTableDoubleInto(std::wstring_view line, VyrVecteur* vector) {
+    if (!vector || vector->GetSize() != 0 || vector->GetCapacity() != 0) {
+        std::vector<double> values;
+        const bool closed = ReadTableDouble(values);
+        if (vector)
+            StoreValues(vector, values.data(), values.size());
+        return closed;
     }
-    return false;
+    // A new vector: the values go straight into storage made for the count the table
+    // announces, with the slack that Resize would add. The count is only a hint: when the
+    // table holds another number of values, the vector is rebuilt below as Resize makes it.
+    const size_t hint = TableCountHint(line, m_tokenizer.GetLength() - m_tokenizer.GetPosition());
+    if (hint > 0 && hint <= kMostValues)
+        vector->PreAlloc(static_cast<int>(hint + 100));
+    double* room = vector->GetArea();
+    const size_t capacity = room ? static_cast<size_t>(vector->GetCapacity()) : 0;
+    size_t count = 0;
+    std::vector<double> overflow;
+    const bool closed = ReadTableValues(m_tokenizer, m_bReleaseConsumed, [&](double v) {
+        if (count < capacity)
+            room[count] = v;
+        else
+            overflow.push_back(v);
+        ++count;
+    });
+    if (count == hint && count > 0 && overflow.empty()) {
+        vector->Resize(static_cast<int>(count));
+        return closed;
+    }
+    // Another count than announced (or no room could be made): the values are copied out and
+    // the vector starts again from no storage, as if they had been read aside.
+    std::vector<double> values(room, room + std::min(count, capacity));
+    values.insert(values.end(), overflow.begin(), overflow.end());
+    vector->Raz();
+    StoreValues(vector, values.data(), values.size());
+    return closed;
 }
 
 bool VyrBaseData::ParseTableInt(wxArrayInt* values, const wxString& line) {
@@ -88,10 +211,28 @@ bool VyrBaseData::ReadTableInt(std::wstring_view line, std::vector<int>& values)
         values.push_back(VyrNumberText::ReadDecimal(line.substr(start, end - start)));
         return true;
     }
-    while (m_tokenizer.HasMoreTokens()) {
-        std::wstring_view token = m_tokenizer.GetNextToken();
-        if (token[0] == L'}')
+    char narrow[64];
+    std::wstring wide;
+    for (;;) {
+        const size_t length = m_tokenizer.NextTokenAscii(narrow, sizeof narrow);
+        if (length == 0)
+            return false;
+        if (narrow[0] == '}')
             return true;
+        // The usual line of a mask table holds one byte value: a few digits.
+        if (length <= 9) {
+            int value = 0;
+            size_t k = 0;
+            while (k < length && narrow[k] >= '0' && narrow[k] <= '9')
+                value = value * 10 + (narrow[k++] - '0');
+            if (k == length) {
+                values.push_back(value);
+                continue;
+            }
+        }
+        wide.clear();
+        m_tokenizer.AppendRange(wide, m_tokenizer.GetTokenStart(), m_tokenizer.GetTokenEnd());
+        const std::wstring_view token(wide);
         // Elements of one line are separated by spaces or tabs; empty pieces are skipped.
         size_t i = 0;
         while (i < token.size()) {
@@ -105,7 +246,6 @@ bool VyrBaseData::ReadTableInt(std::wstring_view line, std::vector<int>& values)
             i = end;
         }
     }
-    return false;
 }
 
 bool VyrBaseData::NextSectionLine(std::wstring_view& line, wxString& header) {
@@ -134,22 +274,28 @@ wxString VyrBaseData::ParseInconnu(const wxString& header, wchar_t* /*text*/, bo
     if (stop)
         *stop = false;
     // The span is taken from the text the tokenizer walks (the whole text being parsed), so
-    // that its positions always lie inside it.
-    const wchar_t* source = m_tokenizer.GetText();
+    // that its positions always lie inside it. Positions and lengths count the tokenizer's
+    // units (16-bit units for UTF-16 text).
     // The span starts just after the header's line separator and ends before the next header
     // (its length and the separator after it taken off the tokenizer position).
     const ptrdiff_t start = static_cast<ptrdiff_t>(m_tokenizer.GetPosition());
     wxString next = SkipSection();
     const ptrdiff_t position = static_cast<ptrdiff_t>(m_tokenizer.GetPosition());
-    ptrdiff_t end = position - static_cast<ptrdiff_t>(next.length()) - 1;
+    const ptrdiff_t nextUnits =
+        next.empty()
+            ? 0
+            : static_cast<ptrdiff_t>(m_tokenizer.GetTokenEnd() - m_tokenizer.GetTokenStart());
+    ptrdiff_t end = position - nextUnits - 1;
     // At the end of the text the one taken off is the last line's separator; when the text
     // ends without one, nothing is taken off, so the last character is kept.
     const size_t length = m_tokenizer.GetLength();
     if (next.empty() && static_cast<size_t>(position) == length && length > 0 &&
-        !VyrLineTokenizer::IsSeparator(m_tokenizer.GetText()[length - 1]))
+        !VyrLineTokenizer::IsSeparator(m_tokenizer.UnitAt(length - 1)))
         end = position;
-    if (source && start != 0 && end > start)
-        m_asUnknownSections.Add(header +
-                                wxString(source + start, static_cast<size_t>(end - start)));
+    if (start != 0 && end > start) {
+        std::wstring span;
+        m_tokenizer.AppendRange(span, static_cast<size_t>(start), static_cast<size_t>(end));
+        m_asUnknownSections.Add(header + wxString(span.data(), span.size()));
+    }
     return next;
 }

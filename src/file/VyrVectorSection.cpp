@@ -88,20 +88,11 @@ wxString VyrBaseData::ParseVector(bool* stop) {
                 m_mapVectorUnit[vector->GetOid()] = unitOid;
                 break;
             }
-            case kVectorPoints: {
-                std::vector<double> values;
-                if (!ReadTableDouble(values) && stop)
-                    *stop = true;
+            case kVectorPoints:
                 // The values read are kept even when the table was not closed.
-                if (!vector)
-                    break;
-                const int count = static_cast<int>(
-                    std::min<size_t>(values.size(), static_cast<size_t>(INT_MAX - 100)));
-                vector->Resize(count);
-                if (vector->GetSize() == count && count > 0 && vector->GetArea())
-                    std::memcpy(vector->GetArea(), values.data(), count * sizeof(double));
+                if (!ReadTableDoubleInto(line, vector) && stop)
+                    *stop = true;
                 break;
-            }
             case kVectorValidite: {
                 std::vector<int> bytes;
                 if (!ReadTableInt(line, bytes) && stop)

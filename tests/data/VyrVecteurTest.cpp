@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <random>
 #include <cstdio>
 #include <initializer_list>
 #include <limits>
@@ -452,4 +456,33 @@ TEST(VyrVecteur, NanValuesDoNotBreakMergeOrSearch) {
     EXPECT_EQ(p, 0);
     EXPECT_EQ(v.FindIndex(nan, 0), 3);
     EXPECT_FALSE(v.IsEqual(&v));
+}
+
+// The extremes are those of std::min_element / std::max_element bit for bit, whatever the
+// values (GetMinMax gives both): NaN first or later, zeros of both signs, infinities, repeated
+// values, any length.
+TEST(VyrVecteur, MinAndMaxAreThoseOfTheFirstExtremeElementBitForBit) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    const double pool[] = {0.0, -0.0, 1.0, -1.0, 2.5, -2.5, nan, inf, -inf, 1e-310, 7.0};
+    std::mt19937 random(42);
+    auto bits = [](double d) {
+        uint64_t b;
+        std::memcpy(&b, &d, sizeof b);
+        return b;
+    };
+    for (int round = 0; round < 20000; ++round) {
+        const int n = 1 + static_cast<int>(random() % 70);
+        VyrVecteur v(1, nullptr);
+        v.Resize(n);
+        for (int i = 0; i < n; ++i)
+            v.SetVal(i, pool[random() % (sizeof pool / sizeof pool[0])]);
+        const double* a = v.GetArea();
+        ASSERT_EQ(bits(*std::min_element(a, a + n)), bits(v.GetMin())) << "round " << round;
+        ASSERT_EQ(bits(*std::max_element(a, a + n)), bits(v.GetMax())) << "round " << round;
+        double lo = 1, hi = 1;
+        v.GetMinMax(lo, hi);
+        ASSERT_EQ(bits(v.GetMin()), bits(lo));
+        ASSERT_EQ(bits(v.GetMax()), bits(hi));
+    }
 }

@@ -1,10 +1,12 @@
 #include <cmath>
+#include <limits>
 #include <random>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "diagram/VyrPixelRound.h"
 #include "support/PaintScene.h"
 #include "support/RecordingDC.h"
 #include "support/VyrDiagramTestAccess.h"
@@ -244,67 +246,146 @@ TEST(VyrDiagramLines, SpectrumOverPaintRepaintsTheAxesOverIt) {
     EXPECT_GT(lastAxis, lastSpectrum);
 }
 
-// Dense data: several points per pixel column are drawn as the column's incoming segment and
-// one vertical segment. Without antialiasing this is pixel-identical to drawing every segment.
-TEST(VyrDiagramLines, DenseLineIsPixelIdenticalToEverySegmentWithoutAntialiasing) {
-    std::mt19937 random(12345);
+namespace {
+
+// The curves on which the reduction per pixel column is checked: several hundred points per
+// column, or none.
+enum class Dense { Random, Monotonic, Noisy, WithNaN, Sparse };
+
+Points DenseCurve(Dense kind, int n, std::mt19937& random) {
     std::uniform_real_distribution<double> noise(-30.0, 30.0);
-    for (int width : {1, 2, 3}) {
-        PaintScene scene;
-        Points pts;
-        const int n = 20000;
-        for (int i = 0; i < n; ++i) {
-            const double x = -60.0 + 480.0 * i / n;  // from left of the plot to right of it
-            pts.push_back({x, 100 + 60 * std::sin(x / 15.0) + noise(random)});
+    std::uniform_real_distribution<double> anywhere(-80.0, 480.0);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    Points pts;
+    for (int i = 0; i < n; ++i) {
+        // From left of the plot to right of it.
+        const double x = -60.0 + 480.0 * i / n;
+        switch (kind) {
+            case Dense::Random:
+                // Points anywhere, in no order: the line jumps across the plot.
+                pts.push_back({anywhere(random), anywhere(random) / 2.0});
+                break;
+            case Dense::Monotonic:
+                pts.push_back({x, 0.4 * x + 10.0});
+                break;
+            case Dense::Noisy:
+            case Dense::WithNaN:
+                pts.push_back({x, 100 + 60 * std::sin(x / 15.0) + noise(random)});
+                break;
+            case Dense::Sparse:
+                pts.push_back({-60.0 + 480.0 * i / 40.0, 100 + 60 * std::sin(i / 2.0)});
+                break;
         }
-        // Flat stretches (every point of a column on one pixel) and a point on column -1.
-        for (int i = 5000; i < 5400; ++i)
+    }
+    if (kind == Dense::Noisy || kind == Dense::WithNaN) {
+        // Flat stretches (every point of a column on one pixel), a point on column -1.
+        for (int i = n / 4; i < n / 4 + n / 50; ++i)
             pts[i].second = 150.0;
         pts[100].first = -51.0;
-        VyrCourbe* c = ShowCurve(scene, 1, pts, width);
-        for (int i = 0; i < n; i += 37)
-            PaintScene::SetValid(c, i, false);
-        VyrDiagram& diagram = scene.Diagram();
+    }
+    if (kind == Dense::WithNaN) {
+        for (int i = 7; i < n; i += 997)
+            pts[i].second = nan;
+        for (int i = 500; i < n; i += 1999)
+            pts[i].first = nan;
+        for (int i = 3000; i < 3004; ++i)
+            pts[i] = {nan, nan};
+    }
+    return pts;
+}
 
-        const wxSize size(500, 260);
-        const wxPen pen(kGreen, width, wxPENSTYLE_SOLID);
-        const wxImage reduced = PaintToImage(
-            size,
-            [&](wxDC& dc) {
-                dc.SetPen(pen);
-                VyrDiagramTestAccess::PaintLine(diagram, 1, &dc, c);
-            },
-            false);
-        const wxImage everySegment = PaintToImage(
-            size,
-            [&](wxDC& dc) {
-                dc.SetPen(pen);
-                // Every segment between consecutive valid points, as the line style defines.
-                const double ax = VyrDiagramTestAccess::Ax(diagram);
-                const double bx = VyrDiagramTestAccess::Bx(diagram);
-                const double ay = VyrDiagramTestAccess::Ay(diagram);
-                const double by = VyrDiagramTestAccess::By(diagram);
-                auto round = [](double v) { return static_cast<int>(v < 0 ? v - 0.5 : v + 0.5); };
-                wxPoint previous(-1, 0);
-                for (int i = 0; i < n; ++i) {
-                    if (!c->GetVy()->IsValidAt(i))
-                        continue;
-                    const wxPoint p(round(pts[i].first * ax + bx), round(pts[i].second * ay + by));
-                    if (previous.x != -1)
-                        dc.DrawLine(previous, p);
-                    previous = p;
+// Every segment of a joining line style, drawn as the style defines it for each valid point.
+void DrawEverySegment(wxDC& dc, int style, const Points& pts, VyrCourbe* c, VyrDiagram& diagram) {
+    const double ax = VyrDiagramTestAccess::Ax(diagram);
+    const double bx = VyrDiagramTestAccess::Bx(diagram);
+    const double ay = VyrDiagramTestAccess::Ay(diagram);
+    const double by = VyrDiagramTestAccess::By(diagram);
+    wxPoint origin;
+    diagram.GetOrigin(origin);
+    bool havePrevious = false;
+    wxPoint previous(-1, 0);
+    for (size_t i = 0; i < pts.size(); ++i) {
+        if (!c->GetVy()->IsValidAt(static_cast<int>(i))) {
+            if (style != 1) {
+                havePrevious = false;
+                previous = wxPoint(-1, 0);
+            }
+            continue;
+        }
+        const wxPoint p(VyrRoundPixel(pts[i].first * ax + bx),
+                        VyrRoundPixel(pts[i].second * ay + by));
+        if (style == 1 && previous.x != -1)
+            dc.DrawLine(previous, p);
+        if (style == 2 && previous.x != -1) {
+            dc.DrawLine(previous.x, p.y, previous.x, origin.y);
+            dc.DrawLine(p.x, p.y, p.x, origin.y);
+            dc.DrawLine(previous.x, p.y, p.x, p.y);
+        }
+        if (style == 3 && havePrevious) {
+            dc.DrawLine(previous.x, previous.y, p.x, previous.y);
+            dc.DrawLine(p.x, previous.y, p.x, p.y);
+        }
+        previous = p;
+        havePrevious = true;
+    }
+}
+
+}  // namespace
+
+// Dense data: the joining line styles draw each pixel column from what its points can change
+// there (first, last, lowest and highest point). Without antialiasing this is pixel-identical
+// to drawing every segment, on random, monotonic, noisy and NaN-holding curves, for several
+// pen widths; and it costs a few primitives per column whatever the number of points.
+TEST(VyrDiagramLines, DenseJoiningStylesArePixelIdenticalToEverySegmentWithoutAntialiasing) {
+    const wxSize size(500, 260);
+    const int n = 20000;
+    const Dense kinds[] = {Dense::Random, Dense::Monotonic, Dense::Noisy, Dense::WithNaN,
+                           Dense::Sparse};
+    const char* const names[] = {"random", "monotonic", "noisy", "with NaN", "sparse"};
+    std::mt19937 random(12345);
+    for (int k = 0; k < 5; ++k) {
+        const Points pts = DenseCurve(kinds[k], kinds[k] == Dense::Sparse ? 40 : n, random);
+        for (int style : {1, 2, 3}) {
+            for (int width : {1, 2, 3}) {
+                SCOPED_TRACE(testing::Message()
+                             << names[k] << " curve, line style " << style << ", width " << width);
+                PaintScene scene;
+                VyrCourbe* c = ShowCurve(scene, style, pts, width);
+                // The axis row inside the plot, so that bars stand visibly on it.
+                scene.Frame(wxRect(50, 20, 401, 201), 0.0, 400.0, -50.0, 200.0);
+                for (size_t i = 11; i < pts.size(); i += 37)
+                    PaintScene::SetValid(c, static_cast<int>(i), false);
+                VyrDiagram& diagram = scene.Diagram();
+                const wxPen pen(kGreen, width, wxPENSTYLE_SOLID);
+                const wxImage reduced = PaintToImage(
+                    size,
+                    [&](wxDC& dc) {
+                        dc.SetPen(pen);
+                        VyrDiagramTestAccess::PaintLine(diagram, style, &dc, c);
+                    },
+                    false);
+                const wxImage everySegment = PaintToImage(
+                    size,
+                    [&](wxDC& dc) {
+                        dc.SetPen(pen);
+                        DrawEverySegment(dc, style, pts, c, diagram);
+                    },
+                    false);
+                EXPECT_EQ(CountDifferentPixels(reduced, everySegment, 0), 0);
+                // Not two blank pictures: the curve covers many pixels.
+                const wxImage blank = PaintToImage(
+                    size, [](wxDC&) {}, false);
+                EXPECT_GT(CountDifferentPixels(reduced, blank, 0), 300);
+
+                // And the reduction is what makes it cheap: a few segments per column (and
+                // per invalid point, where styles 2 and 3 start anew), not per point.
+                RecordingDC dc;
+                VyrDiagramTestAccess::PaintLine(diagram, style, &dc, c);
+                if (kinds[k] != Dense::Random && kinds[k] != Dense::Sparse) {
+                    const size_t invalid = pts.size() / 37 + 1;
+                    EXPECT_LT(dc.Primitives(Kind::Line).size(), 4u * 500u + 4u * invalid);
                 }
-            },
-            false);
-        EXPECT_EQ(CountDifferentPixels(reduced, everySegment, 0), 0) << "width " << width;
-        // Not two blank pictures: the curve covers thousands of pixels.
-        const wxImage blank = PaintToImage(
-            size, [](wxDC&) {}, false);
-        EXPECT_GT(CountDifferentPixels(reduced, blank, 0), 5000) << "width " << width;
-
-        // And the reduction is what makes it cheap: a few segments per column.
-        RecordingDC dc;
-        VyrDiagramTestAccess::PaintLine(diagram, 1, &dc, c);
-        EXPECT_LT(dc.Primitives(Kind::Line).size(), 2u * 500u + 10u) << "width " << width;
+            }
+        }
     }
 }

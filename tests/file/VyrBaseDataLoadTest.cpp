@@ -1,5 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <locale.h>
+#include <random>
+#include <string>
+#include <vector>
+
 #include "FileTestSupport.h"
 #include "support/RecordingObserver.h"
 #include "vyrbase/data/VyrCourbe.h"
@@ -598,4 +606,241 @@ TEST(VyrBaseDataLoad, ParseUnicodeTextRefusesAKeyLineBeforeAnyHeader) {
     EXPECT_FALSE(doc.ParseUnicodeText(text));
     EXPECT_EQ(0u, doc.GetEntityList().GetCount());
     EXPECT_FALSE(doc.ParseUnicodeText(nullptr));
+}
+
+namespace {
+
+locale_t CLocaleForTest() {
+    static locale_t locale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
+    return locale;
+}
+
+// strtod in the "C" locale of a token with "," read as "." (characters beyond ASCII end it).
+double CStrtod(const std::wstring& text) {
+    std::string narrow;
+    for (wchar_t c : text)
+        narrow.push_back(c == L',' ? '.' : (c < 128 ? static_cast<char>(c) : '\x7f'));
+    return strtod_l(narrow.c_str(), nullptr, CLocaleForTest());
+}
+
+std::string CFormat(const char* format, double v) {
+    locale_t previous = uselocale(CLocaleForTest());
+    char buf[512];
+    std::snprintf(buf, sizeof buf, format, v);
+    uselocale(previous);
+    return buf;
+}
+
+bool SameBits(double a, double b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+// A document text whose only curve has X = the given tokens as its points table (announced
+// with `count`) and Y = one value.
+std::wstring TableDocument(const std::vector<std::wstring>& tokens, long count) {
+    std::wstring text =
+        L"[vecteur]\r\n\toid = 3\r\n\tpoints = table " + std::to_wstring(count) + L" {\r\n\t";
+    for (size_t i = 0; i < tokens.size(); ++i) {
+        text += tokens[i];
+        if (i > 0 && (i + 1) % 4 == 0)
+            text += L"\r\n";
+        text += L"\t";
+    }
+    text +=
+        L"\r\n\t}\r\n[vecteur]\r\n\toid = 4\r\n\tpoints = table 1 {\r\n\t1\r\n\t}\r\n"
+        L"[courbe]\r\n\toid = 2\r\n\tvx = 3\r\n\tvy = 4\r\n";
+    return text;
+}
+
+VyrVecteur* XOf(VyrBaseData& doc) {
+    VyrCourbe* c = doc.FindCourbeByOid(2);
+    return c ? c->GetVx() : nullptr;
+}
+
+// The number texts of the conversion tests: odd forms, the C formats of random doubles, and
+// random strings of the characters numbers are made of.
+std::vector<std::wstring> NumberCorpus() {
+    std::vector<std::wstring> corpus = {L"1.5",
+                                        L"1.5abc",
+                                        L"  2,5",
+                                        L"+4",
+                                        L"+-1",
+                                        L"--1",
+                                        L".",
+                                        L".5",
+                                        L"5.",
+                                        L"1e",
+                                        L"1e+",
+                                        L"1e-3x",
+                                        L"1E5",
+                                        L"0x1p3",
+                                        L"-0x1p3",
+                                        L"0x",
+                                        L"0xg",
+                                        L"0x.8p1",
+                                        L"0X1P-2",
+                                        L"0x-1",
+                                        L"inf",
+                                        L"-inf",
+                                        L"infinity",
+                                        L"infin",
+                                        L"nan",
+                                        L"-nan",
+                                        L"nan(123)",
+                                        L"nan(",
+                                        L"1e400",
+                                        L"-1e400",
+                                        L"1e-400",
+                                        L"4.9e-324",
+                                        L"1e-310",
+                                        L"abc",
+                                        L"1,5,6",
+                                        L"1.5.6",
+                                        L"\u00e91",
+                                        L"1\u00e9",
+                                        L"1\u0131",
+                                        L"\u01311",
+                                        L"0,000001",
+                                        L"123456789012345678901234567890",
+                                        L"0.000000000000000000000000000000000001e36",
+                                        std::wstring(300, L'1') + L"e-290",
+                                        L"1\U0001F600"};
+    std::mt19937_64 random(17);
+    for (int i = 0; i < 20000; ++i) {
+        const uint64_t bits = random();
+        double v;
+        std::memcpy(&v, &bits, sizeof v);
+        for (const char* format : {"%g", "%.17g", "%a"}) {
+            const std::string text = CFormat(format, v);
+            corpus.emplace_back(text.begin(), text.end());
+        }
+    }
+    const wchar_t alphabet[] = L"0123456789.,+-eExXpPinfatyNAI()_ 9";
+    const size_t letters = sizeof alphabet / sizeof alphabet[0] - 1;
+    std::mt19937 pick(99);
+    for (int round = 0; round < 20000; ++round) {
+        std::wstring text;
+        const int length = 1 + static_cast<int>(pick() % 14);
+        for (int i = 0; i < length; ++i)
+            text.push_back(alphabet[pick() % letters]);
+        // A token that begins with "}" closes the table.
+        if (text[0] != L'}')
+            corpus.push_back(text);
+    }
+    return corpus;
+}
+
+}  // namespace
+
+// The reader converts the numbers of a UTF-16 file straight from its bytes, and those of UTF-8
+// and ISO-8859-1 files from the decoded text: both give strtod's value in the "C" locale, bit
+// for bit, on every form.
+TEST(VyrBaseDataLoad, TableValuesReadLikeStrtodInTheCLocaleInEveryEncoding) {
+    const std::vector<std::wstring> corpus = NumberCorpus();
+    const std::wstring text = TableDocument(corpus, static_cast<long>(corpus.size()));
+    for (int encoding = 0; encoding < 2; ++encoding) {
+        VyrBaseData doc(nullptr);
+        ASSERT_TRUE(LoadBytes(
+            doc, encoding == 0 ? Utf16File(text) : std::string("\xEF\xBB\xBF") + Utf8(text)));
+        VyrVecteur* x = XOf(doc);
+        ASSERT_TRUE(x);
+        ASSERT_EQ(static_cast<int>(corpus.size()), x->GetSize());
+        int differences = 0;
+        for (size_t i = 0; i < corpus.size(); ++i) {
+            if (!SameBits(CStrtod(corpus[i]), x->GetVal(static_cast<int>(i))) && ++differences < 5)
+                ADD_FAILURE() << "encoding " << encoding << ", " << wxString(corpus[i]);
+        }
+        EXPECT_EQ(0, differences);
+    }
+}
+
+// The count after "table" is written but not used: it only tells how much room to make. A table
+// holding more or fewer values than it announces gives the vector Resize would give (size the
+// values read, capacity 100 more, none for an empty table).
+TEST(VyrBaseDataLoad, TheTableCountOnlyHintsTheRoomForTheValues) {
+    struct Case {
+        long announced;
+        int values;
+    };
+    const Case cases[] = {{5, 5}, {3, 5}, {3, 250}, {10, 2}, {5, 0}, {0, 4}, {-2, 3}, {0, 0}};
+    for (const Case& c : cases) {
+        std::vector<std::wstring> tokens;
+        for (int i = 0; i < c.values; ++i)
+            tokens.push_back(std::to_wstring(i) + L".5");
+        const std::wstring text = TableDocument(tokens, c.announced);
+        for (int encoding = 0; encoding < 2; ++encoding) {
+            VyrBaseData doc(nullptr);
+            ASSERT_TRUE(LoadBytes(doc, encoding == 0 ? Utf16File(text) : Latin1(text)));
+            VyrVecteur* x = XOf(doc);
+            ASSERT_TRUE(x);
+            SCOPED_TRACE(testing::Message() << "announced " << c.announced << ", values "
+                                            << c.values << ", encoding " << encoding);
+            ASSERT_EQ(c.values, x->GetSize());
+            EXPECT_EQ(c.values ? c.values + 100 : 0, x->GetCapacity());
+            EXPECT_EQ(1 + c.values / 8, x->GetValidity()->GetSize());
+            for (int i = 0; i < c.values; ++i)
+                EXPECT_EQ(i + 0.5, x->GetVal(i));
+        }
+    }
+}
+
+// A second "points" line in one section replaces the values of the first, as Resize does.
+TEST(VyrBaseDataLoad, ASecondPointsTableResizesTheVector) {
+    const std::wstring text =
+        L"[vecteur]\r\n\toid = 3\r\n\tpoints = table 3 {\r\n\t1\t2\t3\r\n\t}\r\n"
+        L"\tpoints = table 2 {\r\n\t7\t8\r\n\t}\r\n"
+        L"[courbe]\r\n\toid = 2\r\n\tvx = 3\r\n\tvy = 3\r\n";
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(text)));
+    VyrVecteur* x = XOf(doc);
+    ASSERT_TRUE(x);
+    ASSERT_EQ(2, x->GetSize());
+    EXPECT_EQ(103, x->GetCapacity());
+    EXPECT_EQ(7.0, x->GetVal(0));
+    EXPECT_EQ(8.0, x->GetVal(1));
+}
+
+// Reading a UTF-16 file in place gives back the pages it has passed while it reads a long table:
+// every value still reads right, and what comes after the table too.
+TEST(VyrBaseDataLoad, ALongUtf16TableReadsWhollyWhileItsPagesAreGivenBack) {
+    std::vector<std::wstring> tokens;
+    const int n = 600000;  // about 5 million units: several steps of the reader
+    for (int i = 0; i < n; ++i)
+        tokens.push_back(std::to_wstring(i) + L".25");
+    std::wstring text = TableDocument(tokens, n);
+    text += L"\tnom = \"after\"\r\n[Inconnue]\r\n\tk = 1\r\n\r\n";
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(text)));
+    VyrVecteur* x = XOf(doc);
+    ASSERT_TRUE(x);
+    ASSERT_EQ(n, x->GetSize());
+    int wrong = 0;
+    for (int i = 0; i < n; ++i)
+        wrong += x->GetVal(i) != i + 0.25;
+    EXPECT_EQ(0, wrong);
+    EXPECT_EQ(wxString(L"after"), doc.FindCourbeByOid(2)->GetEntityName());
+    ASSERT_EQ(1u, doc.GetUnknownSections().GetCount());
+    // The last section of the text ends before the separator after its last line.
+    EXPECT_EQ(wxString(L"[Inconnue]\n\tk = 1"), doc.GetUnknownSections()[0]);
+}
+
+// Characters beyond U+FFFF (two units in UTF-16) are one character of the text: in values, in
+// names and in unknown sections kept verbatim, UTF-16 reads as UTF-8 does.
+TEST(VyrBaseDataLoad, Utf16ReadInPlaceGivesWhatUtf8Gives) {
+    const std::wstring text =
+        L"[Inconnue \U0001F600]\r\n\tk = \"\U0001F600\u00e9\"\r\n\t\U0001F600\r\n\r\n"
+        L"[vecteur]\r\n\toid = 3\r\n\tnom = \"\U0001F600\"\r\n\tpoints = table 2 {\r\n\t1\t2"
+        L"\r\n\t}\r\n[Autre]\r\n\tx\U0001F600"
+        L"\r\n[courbe]\r\n\toid = 2\r\n\tvx = 3\r\n\tvy = 3\r\n\tcommentaire = \"a\tb\U0001F600"
+        L"\r\n\U0001F600c\"\r\n[Fin\U0001F600]\r\n\tz = \U0001F600";
+    VyrBaseData utf16(nullptr), utf8(nullptr);
+    ASSERT_TRUE(LoadBytes(utf16, Utf16File(text)));
+    ASSERT_TRUE(LoadBytes(utf8, std::string("\xEF\xBB\xBF") + Utf8(text)));
+    ASSERT_EQ(3u, utf8.GetUnknownSections().GetCount());
+    EXPECT_EQ(utf8.GetUnknownSections(), utf16.GetUnknownSections());
+    EXPECT_EQ(wxString(L"[Fin\U0001F600]\n\tz = \U0001F600"), utf16.GetUnknownSections()[2]);
+    ASSERT_TRUE(XOf(utf16));
+    EXPECT_EQ(wxString(L"\U0001F600"), XOf(utf16)->GetGrandeur());
+    EXPECT_EQ(utf8.FindCourbeByOid(2)->GetText(), utf16.FindCourbeByOid(2)->GetText());
+    EXPECT_EQ(wxString(L"a\r\nb\U0001F600\r\n\U0001F600c"), utf16.FindCourbeByOid(2)->GetText());
 }

@@ -55,6 +55,15 @@ int CWcstol(const std::wstring& text, int base) {
     return static_cast<int>(v);
 }
 
+// The narrow conversion of a text, each character beyond ASCII given as 0x7F as the reader of
+// tables gives it.
+double NarrowRead(const std::wstring& text) {
+    std::string narrow;
+    for (wchar_t c : text)
+        narrow.push_back(c >= 0 && c < 128 ? static_cast<char>(c) : '\x7f');
+    return VyrNumberText::ReadDouble(std::string_view(narrow));
+}
+
 bool SameBits(double a, double b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
@@ -209,8 +218,10 @@ TEST(VyrNumberText, ReadsLikeStrtodInTheCLocale) {
                                              L"0,000001",
                                              L"123456789012345678901234567890",
                                              L"0.000000000000000000000000000000000001e36"};
-    for (const std::wstring& text : fixed)
+    for (const std::wstring& text : fixed) {
         EXPECT_TRUE(SameBits(CStrtod(text), VyrNumberText::ReadDouble(text))) << wxString(text);
+        EXPECT_TRUE(SameBits(CStrtod(text), NarrowRead(text))) << "narrow " << wxString(text);
+    }
 
     // Random texts over the characters numbers are made of.
     const wchar_t alphabet[] = L"0123456789.,+-eExXpPinfatyNAI()_ 9";
@@ -222,7 +233,8 @@ TEST(VyrNumberText, ReadsLikeStrtodInTheCLocale) {
         const int length = 1 + static_cast<int>(random() % 14);
         for (int i = 0; i < length; ++i)
             text.push_back(alphabet[random() % letters]);
-        if (!SameBits(CStrtod(text), VyrNumberText::ReadDouble(text))) {
+        if (!SameBits(CStrtod(text), VyrNumberText::ReadDouble(text)) ||
+            !SameBits(CStrtod(text), NarrowRead(text))) {
             if (++differences < 5)
                 ADD_FAILURE() << "differs on " << wxString(text);
         }
@@ -241,6 +253,7 @@ TEST(VyrNumberText, ReadsTheGformatOfManyValuesBackLikeStrtod) {
                 continue;
             const std::wstring text = Widen(CFormat(format, v));
             ASSERT_TRUE(SameBits(CStrtod(text), VyrNumberText::ReadDouble(text))) << wxString(text);
+            ASSERT_TRUE(SameBits(CStrtod(text), NarrowRead(text))) << "narrow " << wxString(text);
         }
     }
 }

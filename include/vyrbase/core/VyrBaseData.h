@@ -357,6 +357,10 @@ protected:
     bool ReadTableInt(std::wstring_view line, std::vector<int>& values);
     // ParseTableDouble into a plain vector (no toolkit array in between).
     bool ReadTableDouble(std::vector<double>& values);
+    // ParseTableDouble straight into the storage of a vector: `count` values read from the
+    // table line `line` (the count written after "table" is only a hint for the room to make).
+    // The vector ends as Resize(count) and copying the values in would leave it.
+    bool ReadTableDoubleInto(std::wstring_view line, VyrVecteur* vector);
 
 private:
     friend class VyrBaseDataTestAccess;
@@ -365,7 +369,8 @@ private:
     // bytes (answers the result), and what runs after every attempt (answers the result,
     // false when memory ran out there).
     void BeginLoad();
-    bool ParseFileBytes(const unsigned char* bytes, size_t length);
+    // `ownBuffer`: the bytes belong to the load, which may give back the pages it has read.
+    bool ParseFileBytes(const unsigned char* bytes, size_t length, bool ownBuffer);
     // ParseUnicodeText of a text whose first line is not a header, without the text: false
     // when more lines follow (`lone` false), else as for an empty text.
     bool ParseFirstLineOnly(bool lone);
@@ -383,6 +388,14 @@ private:
     // SauveSectionInconnue into the document writer's buffer.
     bool SauveSectionInconnue(VyrTextWriter& out);
 
+    // Parses the text the tokenizer was set on (ParseUnicodeText without the setting).
+    bool ParseTokenizedText();
+    // Parses UTF-16LE text in place (Load of a file with the mark FF FE). When
+    // `releaseConsumed`, the pages of the text that the reader has passed in a table of values
+    // go back to the system while it reads: the caller's buffer is then no longer readable
+    // behind the reader, and a document of millions of points does not hold the whole file
+    // and its own values at once.
+    bool ParseUtf16Text(const unsigned char* bytes, size_t units, bool releaseConsumed);
     // Hands the section of `header` to its reader (an unknown header to ParseInconnu) and
     // answers the next header; notes when an experiment section was met.
     wxString ReadSection(const wxString& header, bool* stop, bool* experienceSeen);
@@ -408,6 +421,8 @@ private:
     VyrIntToStringMap m_mapNoteCurve;
     // The reader's line tokenizer over the text being loaded (views into it, no copies).
     VyrLineTokenizer m_tokenizer;
+    // Set while ParseUtf16Text may hand the pages behind the reader back to the system.
+    bool m_bReleaseConsumed = false;
     wxArrayString m_asUnknownSections;
     wxDocument* m_pDocument;
     VyrArrayEntity m_arrayDeconnected;

@@ -71,6 +71,8 @@ public:
     // Smallest / largest value, invalid points included; 0.0 for an empty vector.
     double GetMin() const;
     double GetMax() const;
+    // GetMin and GetMax in one pass.
+    void GetMinMax(double& lo, double& hi) const;
     // From start upward, skipping invalid points: the last valid point not greater than x,
     // stopping at the first valid point greater than x; -1 when none or start >= size.
     int FindIndex(double x, int start) const;
