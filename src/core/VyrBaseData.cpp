@@ -35,12 +35,16 @@ VyrBaseData::~VyrBaseData() {
 }
 
 void VyrBaseData::Delete() {
+    if (++m_uEmptyingNumber == 0)
+        m_uEmptyingNumber = 1;
+    ++m_iEmptying;
     DeleteAllExperiences();
     Cleanup();
     for (size_t i = 0; i < m_arrayDeconnected.GetCount(); ++i)
         delete m_arrayDeconnected[i];
     m_arrayDeconnected.Clear();
     m_iLastOid = 0;
+    --m_iEmptying;
 }
 
 void VyrBaseData::Cleanup() {

@@ -1,5 +1,7 @@
 #include "vyrbase/data/VyrVecteur.h"
 
+#include "vyrbase/core/VyrBaseData.h"
+
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -290,7 +292,24 @@ void VyrVecteur::GetMinMax(double& lo, double& hi) const {
         lo = hi = 0.0;
         return;
     }
+    // While the document empties itself nothing writes to its vectors: the extremes found once
+    // in that Delete are the extremes until it ends.
+    const VyrBaseData* base = GetBase();
+    const unsigned emptying = base && base->IsEmptying() ? base->GetEmptyingNumber() : 0;
+    if (emptying != 0 && emptying == m_uExtremesOfEmptying && m_pExtremesOf == m_pValues &&
+        m_iExtremesSize == m_iSize) {
+        lo = m_dMin;
+        hi = m_dMax;
+        return;
+    }
     Extremes(m_pValues, m_iSize, lo, hi);
+    if (emptying != 0) {
+        m_uExtremesOfEmptying = emptying;
+        m_pExtremesOf = m_pValues;
+        m_iExtremesSize = m_iSize;
+        m_dMin = lo;
+        m_dMax = hi;
+    }
 }
 
 int VyrVecteur::FindIndex(double x, int start) const {

@@ -17,6 +17,7 @@
 #include <wx/log.h>
 #include <wx/strconv.h>
 
+#include "core/VyrLargePages.h"
 #include "file/VyrReadText.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
@@ -118,6 +119,8 @@ unsigned char* ReadAll(wxFile& file, size_t* length) {
     unsigned char* bytes = new (std::nothrow) unsigned char[total + 1]();
     if (!bytes)
         return nullptr;
+    // A file of many megabytes goes into few large pages.
+    VyrAdviseLargePages(bytes, total);
     size_t done = 0;
     while (done < total) {
         const ssize_t got = file.Read(bytes + done, total - done);

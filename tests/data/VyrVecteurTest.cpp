@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <random>
+#include <vector>
 #include <cstdio>
 #include <initializer_list>
 #include <limits>
@@ -15,6 +16,13 @@
 #endif
 #include <unistd.h>
 
+#include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/core/VyrObserver.h"
+#include "vyrbase/core/VyrObserverMsg.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrCourbeParam.h"
+#include "vyrbase/data/VyrExperience.h"
+#include "vyrbase/data/VyrExperienceParam.h"
 #include "vyrbase/data/VyrVecteur.h"
 
 namespace {
@@ -485,4 +493,71 @@ TEST(VyrVecteur, MinAndMaxAreThoseOfTheFirstExtremeElementBitForBit) {
         ASSERT_EQ(bits(v.GetMin()), bits(lo));
         ASSERT_EQ(bits(v.GetMax()), bits(hi));
     }
+}
+
+namespace {
+
+// Reads the extremes of every vector of its document at each notification, as the diagrams do.
+class ExtremesReader : public VyrObserver {
+public:
+    explicit ExtremesReader(VyrBaseData& doc) : m_doc(doc) {}
+    void OnUpdateObserver(VyrObserverMsg&) override {
+        for (auto* node = m_doc.GetEntityList().GetFirst(); node; node = node->GetNext()) {
+            if (node->GetData()->GetKind() != VYR_KIND_VECTEUR)
+                continue;
+            const VyrVecteur* v = static_cast<const VyrVecteur*>(node->GetData());
+            const double* a = v->GetArea();
+            if (!a || v->GetSize() < 1)
+                continue;
+            ++reads;
+            if (v->GetMin() != *std::min_element(a, a + v->GetSize()) ||
+                v->GetMax() != *std::max_element(a, a + v->GetSize()))
+                ++wrong;
+        }
+    }
+    void OnInitialUpdateObserver() override {}
+    int reads = 0;
+    int wrong = 0;
+
+private:
+    VyrBaseData& m_doc;
+};
+
+}  // namespace
+
+// While Delete empties the document, each vector's extremes are found once and then kept (the
+// diagrams ask for them at each curve deleted); they stay those of the values, and after Delete
+// every change of the values shows again.
+TEST(VyrVecteur, ExtremesKeptWhileTheDocumentEmptiesAreThoseOfTheValues) {
+    VyrBaseData doc(nullptr);
+    VyrExperienceParam ep(L"E");
+    VyrExperience* e = doc.CreateExperience(ep);
+    std::vector<VyrVecteur*> vectors;
+    for (int k = 0; k < 5; ++k) {
+        VyrCourbeParam p;
+        p.m_sGrdX = L"t";
+        p.m_sGrdY = wxString::Format(L"U%d", k);
+        VyrCourbe* c = doc.CreateCourbe(e, p, nullptr, false);
+        c->SetSize(50);
+        for (int i = 0; i < 50; ++i) {
+            c->GetVx()->SetVal(i, i + k);
+            c->GetVy()->SetVal(i, (i * 7 + k) % 13 - 6.0);
+        }
+    }
+    ExtremesReader reader(doc);
+    doc.AddObserver(&reader);
+    EXPECT_FALSE(doc.IsEmptying());
+    doc.Delete();
+    EXPECT_FALSE(doc.IsEmptying());
+    EXPECT_GT(reader.reads, 0);
+    EXPECT_EQ(0, reader.wrong);
+    doc.RemoveObserver(&reader);
+
+    // Outside Delete nothing is kept: a vector whose values change answers the new extremes.
+    VyrVecteur v(1, &doc);
+    v.Resize(3);
+    v.SetVal(0, 1.0);
+    EXPECT_EQ(1.0, v.GetMax());
+    v.SetVal(1, 5.0);
+    EXPECT_EQ(5.0, v.GetMax());
 }

@@ -72,6 +72,11 @@ public:
     // Empties the document: DeleteAllExperiences, then deletes every entity of the list and of
     // the detached store, and starts oids again at 1. Unit records are left alone.
     void Delete();
+    // True while Delete runs (its notifications included). Nothing writes to the document's
+    // vectors then, so values computed from them once during one Delete hold until it ends;
+    // each Delete has its own number (from 1), GetEmptyingNumber.
+    bool IsEmptying() const { return m_iEmptying > 0; }
+    unsigned GetEmptyingNumber() const { return m_uEmptyingNumber; }
     // Deletes every entity of the list; keeps the oid counter and the detached store.
     void Cleanup();
     // Debugging hook kept empty: walks the entities, prints nothing, changes nothing.
@@ -423,6 +428,9 @@ private:
     VyrLineTokenizer m_tokenizer;
     // Set while ParseUtf16Text may hand the pages behind the reader back to the system.
     bool m_bReleaseConsumed = false;
+    // Delete in progress (nesting depth) and the number of the latest Delete.
+    int m_iEmptying = 0;
+    unsigned m_uEmptyingNumber = 0;
     wxArrayString m_asUnknownSections;
     wxDocument* m_pDocument;
     VyrArrayEntity m_arrayDeconnected;

@@ -102,6 +102,14 @@ private:
     // geometrically so that growth by the 100-point slack seldom moves the storage.
     int m_iReserve = 0;
     double m_dDummy = 0.0;
+    // The extremes computed during the document's Delete of this number (0: none): the diagrams
+    // recompute their ranges at each curve deleted, and need each vector's only once.
+    // They hold for the storage and size they were computed on.
+    mutable unsigned m_uExtremesOfEmptying = 0;
+    mutable const double* m_pExtremesOf = nullptr;
+    mutable int m_iExtremesSize = 0;
+    mutable double m_dMin = 0.0;
+    mutable double m_dMax = 0.0;
 };
 
 #endif
