@@ -1,16 +1,23 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that VyrBase needs and that the machine lacks; idempotent.
-# Usage: scripts/deps.sh run|test
+# Usage: scripts/deps.sh run|test|fuzz|valgrind|coverage
 set -euo pipefail
 
 run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
 test_packages=("${run_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
                libjpeg-turbo-progs file xvfb)
+# scripts/fuzz.sh: clang and its libFuzzer runtime; scripts/valgrind.sh; scripts/coverage.sh.
+fuzz_packages=("${run_packages[@]}" clang-14 libclang-rt-14-dev)
+valgrind_packages=("${test_packages[@]}" valgrind)
+coverage_packages=("${test_packages[@]}" gcovr)
 
 case "${1:-run}" in
     run) wanted=("${run_packages[@]}") ;;
     test) wanted=("${test_packages[@]}") ;;
-    *) echo "usage: $0 run|test" >&2; exit 2 ;;
+    fuzz) wanted=("${fuzz_packages[@]}") ;;
+    valgrind) wanted=("${valgrind_packages[@]}") ;;
+    coverage) wanted=("${coverage_packages[@]}") ;;
+    *) echo "usage: $0 run|test|fuzz|valgrind|coverage" >&2; exit 2 ;;
 esac
 
 missing=()

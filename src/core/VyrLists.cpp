@@ -1,14 +1,14 @@
-// Out-of-line parts of the typed lists declared in VyrLists.h.
+// Out-of-line parts of the typed lists of core elements declared in VyrLists.h. The lists of
+// data elements are defined in src/data/VyrDataLists.cpp, where their classes are complete
+// (a list deletes its elements when asked to, which needs their destructors).
 #include "vyrbase/core/VyrLists.h"
 
 #include <wx/listimpl.cpp>
 
+#include "vyrbase/core/VyrEntity.h"
+#include "vyrbase/core/VyrObservable.h"
+#include "vyrbase/core/VyrObserver.h"
+
 WX_DEFINE_LIST(VyrListEntity);
-WX_DEFINE_LIST(VyrListCourbe);
-WX_DEFINE_LIST(VyrListVariable);
-WX_DEFINE_LIST(VyrListNote);
 WX_DEFINE_LIST(VyrListObserver);
 WX_DEFINE_LIST(VyrListObservable);
-WX_DEFINE_LIST(VyrListExperience);
-WX_DEFINE_LIST(VyrListVecteur);
-WX_DEFINE_LIST(VyrListOutilInterval);

@@ -2,6 +2,8 @@
 // the document: the parts of the registry that need the concrete entity classes.
 #include "vyrbase/core/VyrBaseData.h"
 
+#include <memory>
+
 #include "vyrbase/data/VyrCompteRendu.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
@@ -54,12 +56,13 @@ const EntityMaker kMakers[VYR_KIND_LAST] = {
 VyrEntity* VyrBaseData::CreateEntity(int kind, int oid, const wchar_t* name) {
     if (kind < VYR_KIND_FIRST || kind > VYR_KIND_LAST)
         return nullptr;
-    VyrEntity* entity = kMakers[kind - 1](oid, this);
+    // Owned here until the list holds it: naming and appending may run out of memory.
+    std::unique_ptr<VyrEntity> entity(kMakers[kind - 1](oid, this));
     entity->SetEntityName(name);
-    m_listEntity.Append(entity);
+    m_listEntity.Append(entity.get());
     if (oid > m_iLastOid)
         m_iLastOid = oid;
-    return entity;
+    return entity.release();
 }
 
 VyrNote* VyrBaseData::CreateNoteEntity() {

@@ -154,8 +154,8 @@ VyrVecteur::~VyrVecteur() {
 void VyrVecteur::SetGrandeur(const wxString& grandeur) {
     m_sGrandeur = grandeur;
     m_sGrandeurForTable = grandeur;
-    m_sGrandeurForTable.Replace("[", "");
-    m_sGrandeurForTable.Replace("]", "");
+    m_sGrandeurForTable.Replace(L"[", L"");
+    m_sGrandeurForTable.Replace(L"]", L"");
 }
 
 double& VyrVecteur::operator[](int i) {

@@ -3,10 +3,12 @@
 #include <string>
 #include <vector>
 
-#include <wx/file.h>
+#include <new>
+
 #include <wx/log.h>
 #include <wx/strconv.h>
 
+#include "file/VyrFileSink.h"
 #include "file/VyrNumberText.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
@@ -43,7 +45,7 @@ struct Block {
 
 class CsvWriter {
 public:
-    explicit CsvWriter(wxFile& file) : m_file(file) { m_buffer.reserve(kBlockSize + 4096); }
+    explicit CsvWriter(VyrFileSink& sink) : m_sink(sink) { m_buffer.reserve(kBlockSize + 4096); }
 
     // Appends a text in UTF-8. A text the strict converter refuses counts as a failed write.
     bool Text(const wxString& text) {
@@ -71,8 +73,7 @@ public:
     bool Flush() {
         if (m_buffer.empty())
             return true;
-        const size_t written = m_file.Write(m_buffer.data(), m_buffer.size());
-        const bool ok = written == m_buffer.size();
+        const bool ok = m_sink.Write(m_buffer.data(), m_buffer.size());
         m_buffer.clear();
         return ok;
     }
@@ -80,31 +81,52 @@ public:
 private:
     bool FlushIfFull() { return m_buffer.size() < kBlockSize || Flush(); }
 
-    wxFile& m_file;
+    VyrFileSink& m_sink;
     std::string m_buffer;
 };
 
 wxString Title(VyrVecteur* v) {
     if (!v)
-        return "()";
-    return v->GetGrandeur() + "(" + v->GetUnite() + ")";
+        return L"()";
+    return v->GetGrandeur() + L"(" + v->GetUnite() + L")";
 }
+
+}  // namespace
+
+namespace {
+
+// The export proper, into an open sink; false at the first short write.
+bool WriteCsv(VyrBaseData& doc, VyrFileSink& sink);
 
 }  // namespace
 
 bool VyrBaseData::SaveAsCsvUTF8(const wxString& path) {
     wxLogNull quiet;
-    wxFile file;
-    if (!file.Open(path, wxFile::write,
-                   wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP | wxS_IROTH | wxS_IWOTH))
-        return false;
+    bool result = false;
+    try {
+        VyrFileSink sink;
+        if (sink.Create(path)) {
+            result = WriteCsv(*this, sink);
+            // Some file systems report lost data only when the file is closed.
+            if (!sink.Close())
+                result = false;
+        }
+    } catch (const std::bad_alloc&) {
+        // Memory that cannot be had fails the export as a short write does.
+        result = false;
+    }
+    return result;
+}
 
+namespace {
+
+bool WriteCsv(VyrBaseData& doc, VyrFileSink& sink) {
     // Curves detached for undo stay in their experiment's list; they are left out everywhere.
     std::vector<Block> blocks;
-    wxVyrListEntityNode* node = GetFirstExperienceNode();
+    wxVyrListEntityNode* node = doc.GetFirstExperienceNode();
     while (node) {
         Block block;
-        block.experience = GetNextExperience(&node);
+        block.experience = doc.GetNextExperience(&node);
         wxVyrListCourbeNode* curveNode = block.experience->GetFirstCourbeNode();
         while (curveNode) {
             VyrCourbe* c = block.experience->GetNextCourbe(&curveNode);
@@ -118,7 +140,7 @@ bool VyrBaseData::SaveAsCsvUTF8(const wxString& path) {
         blocks.push_back(block);
     }
 
-    CsvWriter out(file);
+    CsvWriter out(sink);
 
     // Names line: every experiment ends with ";", and takes one more per curve but the last.
     for (const Block& block : blocks) {
@@ -176,8 +198,7 @@ bool VyrBaseData::SaveAsCsvUTF8(const wxString& path) {
         if (!out.Ascii("\r\n"))
             return false;
     }
-    if (!out.Flush())
-        return false;
-    file.Close();
-    return true;
+    return out.Flush();
 }
+
+}  // namespace

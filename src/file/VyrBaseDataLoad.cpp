@@ -1,9 +1,10 @@
 // Loading a document file: reading the bytes, recognising and decoding the text (UTF-16LE with
 // its mark, UTF-8, ISO-8859-1), cutting it into lines and handing each section to its reader.
-#include <climits>
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <cwchar>
+#include <memory>
 #include <new>
 
 #if defined(__SSE2__)
@@ -27,69 +28,99 @@ namespace {
 // "[unité]" in UTF-8: the only sign, besides the mark, that a file without a mark is UTF-8.
 const char kUtf8UnitHeader[] = "[unit\xC3\xA9]";
 
-// The number of UTF-16LE code units before the first zero unit; `available` units can be read
-// whole and the buffer holds a zero unit behind them. Looked for four units at a time.
-size_t Utf16Units(const unsigned char* bytes, size_t available) {
-    size_t units = 0;
-#if defined(__SSE2__)
-    // Eight units to a register.
-    const __m128i zero = _mm_setzero_si128();
-    while (units + 8 <= available) {
-        const __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 2 * units));
-        if (_mm_movemask_epi8(_mm_cmpeq_epi16(chunk, zero)) != 0)
-            break;
-        units += 8;
-    }
-#endif
-    while (units + 4 <= available) {
-        uint64_t word;
-        std::memcpy(&word, bytes + 2 * units, sizeof word);
-        // Some 16-bit lane is zero exactly when this is not zero (the lanes' byte order does
-        // not matter: a lane is zero in either).
-        if (((word - 0x0001000100010001ULL) & ~word & 0x8000800080008000ULL) != 0)
-            break;
-        units += 4;
-    }
-    while (bytes[2 * units] != 0 || bytes[2 * units + 1] != 0)
-        ++units;
-    return units;
+const int kReadPermissions = wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP | wxS_IROTH | wxS_IWOTH;
+
+// UTF-16LE code unit i of the bytes; an odd last byte pairs with a zero.
+unsigned Utf16Unit(const unsigned char* bytes, size_t length, size_t i) {
+    const unsigned low = bytes[2 * i];
+    const unsigned high = 2 * i + 1 < length ? bytes[2 * i + 1] : 0;
+    return low | high << 8;
 }
 
-// Decodes a NUL-terminated byte text with the toolkit converter into a new wide text (null
-// when the bytes are not valid for the converter or memory is short): one call for the
-// count, one to fill a zeroed buffer.
-wchar_t* DecodeBytes(const wxMBConv& conv, const char* bytes) {
-    const size_t count = conv.MB2WC(nullptr, bytes, 0);
-    if (count == wxCONV_FAILED)
+// The code units of `units` up to the first zero unit, as the reader's text ends there.
+template <class Unit>
+size_t TextLength(Unit units, size_t count) {
+    size_t n = 0;
+    while (n < count && units(n) != 0)
+        ++n;
+    return n;
+}
+
+// What the reader makes of a text whose first line is not a section header, decided on the raw
+// code units (the separators and "[" have the same code in all three encodings), so that a
+// large file that is no document is answered without decoding the whole of it into wide
+// characters.
+enum class FirstLine {
+    kHeader,    // a header, or no line at all: the text is parsed
+    kRefused,   // another line follows: the load answers false
+    kLoneLine,  // nothing follows: the loop never looks at it, as for an empty text
+};
+
+template <class Unit>
+FirstLine ClassifyFirstLine(Unit units, size_t count) {
+    auto separator = [](unsigned c) { return c == '\r' || c == '\n' || c == '\t'; };
+    size_t i = 0;
+    while (i < count && separator(units(i)))
+        ++i;
+    if (i == count || units(i) == '[')
+        return FirstLine::kHeader;
+    while (i < count && !separator(units(i)))
+        ++i;
+    while (i < count && separator(units(i)))
+        ++i;
+    return i < count ? FirstLine::kRefused : FirstLine::kLoneLine;
+}
+
+// Decodes `units` UTF-16LE code units into a new NUL-terminated wide text (null when memory is
+// short). Surrogate pairs become one character; a lone surrogate is kept as it is, so that the
+// text goes back to the same units when written.
+wchar_t* DecodeUtf16Le(const unsigned char* bytes, size_t length, size_t units) {
+    wchar_t* text = new (std::nothrow) wchar_t[units + 1];
+    if (!text)
         return nullptr;
+    size_t n = 0;
+    for (size_t i = 0; i < units; ++i) {
+        unsigned c = Utf16Unit(bytes, length, i);
+        if (c >= 0xD800 && c <= 0xDBFF && i + 1 < units) {
+            const unsigned low = Utf16Unit(bytes, length, i + 1);
+            if (low >= 0xDC00 && low <= 0xDFFF) {
+                c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
+                ++i;
+            }
+        }
+        text[n++] = static_cast<wchar_t>(c);
+    }
+    text[n] = L'\0';
+    return text;
+}
+
+// Decodes `length` bytes (no zero among them) with the toolkit converter into a new
+// NUL-terminated wide text: one call for the count, then one that fills a zeroed buffer. Null
+// when the converter refuses the bytes or memory is short.
+wchar_t* DecodeBytes(const wxMBConv& conv, const char* bytes, size_t length, size_t count) {
     wchar_t* text = new (std::nothrow) wchar_t[count + 1]();
     if (!text)
         return nullptr;
-    if (conv.MB2WC(text, bytes, count + 1) == wxCONV_FAILED) {
+    if (count > 0 && conv.ToWChar(text, count, bytes, length) == wxCONV_FAILED) {
         delete[] text;
         return nullptr;
     }
     return text;
 }
 
-// Reads the whole file into a zero-filled buffer with room behind the data: two zero bytes end
-// the text in any of the three encodings, and two more keep the UTF-16 scan inside the buffer
-// when the length is odd (the last byte then pairs with a zero). Null when the length is
-// unknown, memory is short or a read fails.
+// Reads the whole file into a new buffer. Null when the length is unknown, memory is short or a
+// read fails.
 unsigned char* ReadAll(wxFile& file, size_t* length) {
     const wxFileOffset fileLength = file.Length();
-    if (fileLength < 0 || static_cast<unsigned long long>(fileLength) > SIZE_MAX - 4)
+    if (fileLength < 0 || static_cast<unsigned long long>(fileLength) > SIZE_MAX - 1)
         return nullptr;
     const size_t total = static_cast<size_t>(fileLength);
-    // Only the bytes behind the data need zeroing beforehand: the read fills the rest (a
-    // file that shrank meanwhile is zeroed below), and untouched pages of a large buffer cost
-    // nothing until they are read into.
-    unsigned char* bytes = new (std::nothrow) unsigned char[total + 4];
+    // One byte more, so that an empty file still gets a buffer.
+    unsigned char* bytes = new (std::nothrow) unsigned char[total + 1]();
     if (!bytes)
         return nullptr;
     // A file of many megabytes goes into few large pages.
     VyrAdviseLargePages(bytes, total);
-    std::memset(bytes + total, 0, 4);
     size_t done = 0;
     while (done < total) {
         const ssize_t got = file.Read(bytes + done, total - done);
@@ -97,11 +128,8 @@ unsigned char* ReadAll(wxFile& file, size_t* length) {
             delete[] bytes;
             return nullptr;
         }
-        if (got == 0) {
-            // The file shrank meanwhile: the rest reads as zeros.
-            std::memset(bytes + done, 0, total - done);
-            break;
-        }
+        if (got == 0)
+            break;  // the file shrank meanwhile: the rest stays zero
         done += static_cast<size_t>(got);
     }
     *length = total;
@@ -140,60 +168,137 @@ bool VyrBaseData::IsUnicodeTextFile(unsigned char* bytes, int length, bool* litt
     return false;
 }
 
-bool VyrBaseData::Load(const wxString& path) {
-    // File operations answer false and show no message.
-    wxLogNull noMessages;
-
+void VyrBaseData::BeginLoad() {
     DeleteUnits();
     m_mapUnits.clear();
     m_mapVectorUnit.clear();
+}
 
-    bool result = false;
-    wxFile file;
-    // A directory opens for reading but has no content: it is a file that cannot be opened.
-    if (!wxDirExists(path) &&
-        file.Open(path, wxFile::read,
-                  wxS_IRUSR | wxS_IWUSR | wxS_IRGRP | wxS_IWGRP | wxS_IROTH | wxS_IWOTH)) {
-        Delete();
-        size_t length = 0;
-        unsigned char* bytes = ReadAll(file, &length);
-        file.Close();
-        if (bytes) {
-            wchar_t* text = nullptr;
-            bool refused = false;
-            if (length >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
-                // Read in place, up to the zero unit that ends the text: the buffer is ours,
-                // so the reader may give back the pages it has passed.
-                result = ParseUtf16Text(bytes + 2, Utf16Units(bytes + 2, (length - 2) / 2), true);
-            } else if (length >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF) {
-                // Deliberate: big-endian text is refused, although IsUnicodeTextFile knows
-                // its mark.
-                refused = true;
-            } else {
-                bool hasMark = false;
-                const int shown =
-                    length > static_cast<size_t>(INT_MAX) ? INT_MAX : static_cast<int>(length);
-                if (IsUTF8TextFile(bytes, shown, &hasMark))
-                    text = DecodeBytes(wxConvUTF8,
-                                       reinterpret_cast<const char*>(bytes + (hasMark ? 3 : 0)));
-                else
-                    text = DecodeBytes(wxConvISO8859_1, reinterpret_cast<const char*>(bytes));
-            }
-            // The decoded text is all that is needed from here on.
-            delete[] bytes;
-            if (text && !refused)
-                result = ParseUnicodeText(text);
-            delete[] text;
-        }
-    }
-
+bool VyrBaseData::EndLoad(bool result) {
     // After every attempt: unit records live only while a file is read.
     DeleteUnits();
     m_mapUnits.clear();
     m_mapVectorUnit.clear();
-    RemoveVecteurOrphelin();
-    Notify(VYR_MSG_FILE_LOADED, nullptr);
+    try {
+        UnshareLoadedLinks();
+    } catch (const std::bad_alloc&) {
+        result = false;
+        DropLoadedLinks();
+    }
+    try {
+        RemoveVecteurOrphelin();
+    } catch (const std::bad_alloc&) {
+        result = false;
+    }
+    try {
+        Notify(VYR_MSG_FILE_LOADED, nullptr);
+    } catch (const std::bad_alloc&) {
+        result = false;
+    }
     return result;
+}
+
+bool VyrBaseData::ParseFileBytes(const unsigned char* bytes, size_t length, bool ownBuffer) {
+    // The text ends at its first zero (a zero code unit in UTF-16), as a C string would.
+    if (length >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
+        const unsigned char* body = bytes + 2;
+        const size_t bodyLength = length - 2;
+        auto unit = [body, bodyLength](size_t i) { return Utf16Unit(body, bodyLength, i); };
+        const size_t units = TextLength(unit, (bodyLength + 1) / 2);
+        const FirstLine first = ClassifyFirstLine(unit, units);
+        if (first != FirstLine::kHeader)
+            return ParseFirstLineOnly(first == FirstLine::kLoneLine);
+        // Whole code units are read in place; an odd last byte (which pairs with a zero) takes
+        // the decoding copy. Only a buffer of the load's own may give back the pages the reader
+        // has passed.
+        if (bodyLength % 2 == 0)
+            return ParseUtf16Text(body, units, ownBuffer);
+        std::unique_ptr<wchar_t[]> text(DecodeUtf16Le(body, bodyLength, units));
+        return text && ParseUnicodeText(text.get());
+    }
+    if (length >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF) {
+        // Deliberate: big-endian text is refused, although IsUnicodeTextFile knows its mark.
+        return false;
+    }
+    const char* chars = reinterpret_cast<const char*>(bytes);
+    const void* zero = std::memchr(chars, 0, length);
+    const size_t textLength = zero ? static_cast<const char*>(zero) - chars : length;
+    // IsUTF8TextFile's test, bounded by the text's length rather than by a terminating zero.
+    const bool hasMark =
+        textLength >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF;
+    const bool utf8 =
+        hasMark || std::search(chars, chars + textLength, kUtf8UnitHeader,
+                               kUtf8UnitHeader + sizeof kUtf8UnitHeader - 1) != chars + textLength;
+    const size_t skip = hasMark ? 3 : 0;
+    const char* start = chars + skip;
+    const size_t size = textLength - skip;
+    const wxMBConv& conv = utf8 ? static_cast<const wxMBConv&>(wxConvUTF8) : wxConvISO8859_1;
+    // Every byte is a character in ISO-8859-1; UTF-8 must be valid, or there is no text.
+    const size_t count = utf8 ? conv.ToWChar(nullptr, 0, start, size) : size;
+    if (count == wxCONV_FAILED)
+        return false;
+    const FirstLine first = ClassifyFirstLine(
+        [start](size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(start[i])); },
+        size);
+    if (first != FirstLine::kHeader)
+        return ParseFirstLineOnly(first == FirstLine::kLoneLine);
+    std::unique_ptr<wchar_t[]> text(DecodeBytes(conv, start, size, count));
+    return text && ParseUnicodeText(text.get());
+}
+
+bool VyrBaseData::ParseFirstLineOnly(bool lone) {
+    if (!lone) {
+        // What ParseUnicodeText does with a first line that is no header and more lines.
+        m_asUnknownSections.Clear();
+        return false;
+    }
+    // A lone line is never looked at: the text reads as an empty one.
+    wchar_t empty[1] = {L'\0'};
+    return ParseUnicodeText(empty);
+}
+
+bool VyrBaseData::Load(const wxString& path) {
+    // File operations answer false and show no message.
+    wxLogNull noMessages;
+    BeginLoad();
+    bool result = false;
+    try {
+        wxFile file;
+        // A directory opens for reading but has no content: it is a file that cannot be
+        // opened.
+        if (!wxDirExists(path) && file.Open(path, wxFile::read, kReadPermissions)) {
+            Delete();
+            size_t length = 0;
+            std::unique_ptr<unsigned char[]> bytes(ReadAll(file, &length));
+            file.Close();
+            if (bytes)
+                result = ParseFileBytes(bytes.get(), length, true);
+        }
+    } catch (const std::bad_alloc&) {
+        // The library has no exceptions of its own: memory that cannot be had is a failed
+        // load, like any other (what was read so far stays in the document).
+        result = false;
+    }
+    return EndLoad(result);
+}
+
+bool VyrBaseData::LoadFromMemory(const void* bytes, size_t length) {
+    wxLogNull noMessages;
+    BeginLoad();
+    bool result = false;
+    // Null bytes of a non-zero length are content that cannot be had, as a file that cannot
+    // be opened: the document keeps its entities.
+    if (bytes || length == 0) {
+        try {
+            Delete();
+            static const unsigned char kNothing[1] = {0};
+            result = ParseFileBytes(bytes ? static_cast<const unsigned char*>(bytes) : kNothing,
+                                    length, false);
+        } catch (const std::bad_alloc&) {
+            result = false;
+        }
+    }
+    return EndLoad(result);
 }
 
 wxString VyrBaseData::ReadSection(const wxString& header, bool* stop, bool* experienceSeen) {

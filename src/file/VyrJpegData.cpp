@@ -134,7 +134,9 @@ wxString VyrImageToBase64(const wxImage& image) {
     int length = 0;
     VyrEncodeBase64::EncodeBinaryToBase64(reinterpret_cast<unsigned char*>(&jpeg[0]), text.data(),
                                           kLineSize, static_cast<int>(jpeg.size()), &length);
-    return wxString::FromUTF8(reinterpret_cast<const char*>(text.data()), length);
+    // Base64 is ASCII: each byte is its character (the UTF-8 reading of it), widened here
+    // rather than through the toolkit's converter, which loses its buffer when memory runs out.
+    return wxString(std::wstring(text.begin(), text.begin() + length));
 }
 
 wxImage VyrImageFromBase64(const wxString& text) {

@@ -52,6 +52,19 @@ bool CollectBytes(const wxString& data, size_t start, std::string* bytes) {
     return true;
 }
 
+// The bytes decoded with `conv` (empty when it refuses them). The wide text is built in a buffer
+// of its own: the toolkit's narrow-text constructor loses its conversion buffer when memory runs
+// out while the string is built.
+wxString Decode(const wxMBConv& conv, const char* bytes, size_t length) {
+    const size_t count = conv.ToWChar(nullptr, 0, bytes, length);
+    if (count == wxCONV_FAILED || count == 0)
+        return wxString();
+    std::wstring text(count, L'\0');
+    if (conv.ToWChar(&text[0], count, bytes, length) == wxCONV_FAILED)
+        return wxString();
+    return wxString(text);
+}
+
 }  // namespace
 
 bool VyrUnpackReportBytes(const wxString& data, std::string* bytes) {
@@ -112,8 +125,8 @@ wxString VyrRtfFromPackedReport(const wxString& data) {
         return wxString();
     const char* rtf = bytes.c_str() + brace;
     const size_t length = bytes.size() - brace;
-    wxString text(rtf, wxConvLocal, length);
+    wxString text = Decode(wxConvLocal, rtf, length);
     if (text.empty())
-        text = wxString(rtf, wxConvISO8859_1, length);
+        text = Decode(wxConvISO8859_1, rtf, length);
     return text;
 }

@@ -5,7 +5,12 @@
 
 #include "file/VyrNumberText.h"
 
-VyrTextWriter::VyrTextWriter(wxFile& file) : m_file(file) {
+VyrTextWriter::VyrTextWriter(VyrFileSink& sink) : m_sink(sink) {
+    m_sBuffer.reserve(kFlushBytes + 4096);
+}
+
+VyrTextWriter::VyrTextWriter(wxFile& file) : m_sink(m_ownSink) {
+    m_ownSink.Attach(file.fd());
     m_sBuffer.reserve(kFlushBytes + 4096);
 }
 
@@ -132,12 +137,8 @@ VyrTextWriter& VyrTextWriter::TableClose() {
 bool VyrTextWriter::Flush() {
     if (m_sBuffer.empty())
         return m_bOk;
-    size_t done = 0;
-    while (m_bOk && done < m_sBuffer.size()) {
-        const size_t written = m_file.Write(m_sBuffer.data() + done, m_sBuffer.size() - done);
-        m_bOk = written > 0;
-        done += written;
-    }
+    if (m_bOk)
+        m_bOk = m_sink.Write(m_sBuffer.data(), m_sBuffer.size());
     m_sBuffer.clear();
     return m_bOk;
 }

@@ -7,8 +7,9 @@
 // "\tkey = table N {\r\n\t", elements, "\r\n\t}\r\n". Numbers use the C formats in the "C"
 // locale (VyrNumberText), so the decimal separator is always a point.
 //
-// A short write is remembered: IsOk turns false for good and nothing more is written. Section
-// writers answer IsOk(); VyrBaseData::Save flushes after each of them.
+// The bytes go to the file through a VyrFileSink, which checks every write. A short write is
+// remembered: IsOk turns false for good and nothing more is written. Section writers answer
+// IsOk(); VyrBaseData::Save flushes after each of them.
 //
 // Internal to the library; exported only for the tests.
 #ifndef VYRBASE_FILE_VYRTEXTWRITER_H
@@ -20,14 +21,18 @@
 
 #include <wx/string.h>
 
+#include "file/VyrFileSink.h"
 #include "vyrbase/core/VyrExport.h"
 
 class wxFile;
 
 class VYRBASE_API VyrTextWriter {
 public:
-    // Writes to `file` (open for writing; not owned). Nothing is written before the first
+    // Writes to `sink` (open for writing; not owned). Nothing is written before the first
     // Flush or before the buffer fills.
+    explicit VyrTextWriter(VyrFileSink& sink);
+    // Writes to the descriptor of `file` (open for writing; not owned), through a sink of its
+    // own.
     explicit VyrTextWriter(wxFile& file);
     // Flushes what is left.
     ~VyrTextWriter();
@@ -94,7 +99,9 @@ private:
 
     static const size_t kFlushBytes = 1 << 20;
 
-    wxFile& m_file;
+    // Used only when the writer was given a wxFile.
+    VyrFileSink m_ownSink;
+    VyrFileSink& m_sink;
     std::string m_sBuffer;
     bool m_bOk = true;
 };

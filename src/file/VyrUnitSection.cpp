@@ -1,5 +1,7 @@
 // The unit section "[unité]": one per vector, under a fresh oid taken on every save; on
 // reading, unit records that connect vectors to their unit text while the load runs.
+#include <memory>
+
 #include "file/VyrReadText.h"
 #include "file/VyrTextWriter.h"
 #include "vyrbase/core/VyrBaseData.h"
@@ -43,12 +45,13 @@ wxString VyrBaseData::ParseUnit() {
         switch (const int key = VyrReadText::MatchKey(line, kUnitKeys); key) {
             case kUnitOid: {
                 const int oid = VyrReadText::IntValue(line);
-                // A later section with the same oid replaces the record.
-                VyrIntToUnitMap::iterator it = m_mapUnits.find(oid);
-                if (it != m_mapUnits.end())
-                    delete it->second;
-                unit = new VyrUnit;
-                m_mapUnits[oid] = unit;
+                // A later section with the same oid replaces the record. Nothing changes
+                // until both the record and its entry exist (either may run out of memory).
+                std::unique_ptr<VyrUnit> fresh(new VyrUnit);
+                VyrUnit*& slot = m_mapUnits[oid];
+                delete slot;
+                slot = fresh.release();
+                unit = slot;
                 break;
             }
             case kUnitSymbole: {

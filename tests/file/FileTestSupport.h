@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include <dirent.h>
 #include <unistd.h>
 
 #include <wx/file.h>
@@ -18,6 +19,7 @@
 #include <wx/strconv.h>
 #include <wx/string.h>
 
+#include "file/VyrFileSink.h"
 #include "file/VyrTextWriter.h"
 #include "support/VyrBaseDataTestAccess.h"
 #include "vyrbase/core/VyrBaseData.h"
@@ -52,6 +54,39 @@ private:
     std::string m_path;
     std::vector<std::string> m_files;
 };
+
+// The names in a directory, "." and ".." left out.
+inline std::vector<std::string> DirEntries(const std::string& dir) {
+    std::vector<std::string> names;
+    if (DIR* d = opendir(dir.c_str())) {
+        while (const dirent* entry = readdir(d)) {
+            const std::string name = entry->d_name;
+            if (name != "." && name != "..")
+                names.push_back(name);
+        }
+        closedir(d);
+    }
+    return names;
+}
+
+// How many descriptors the process holds (the entries of /proc/self/fd, less the one that
+// reads it).
+inline int OpenDescriptors() {
+    return static_cast<int>(DirEntries("/proc/self/fd").size()) - 1;
+}
+
+// Disarms the file writers' fault injection when a test ends, whatever happened.
+struct FaultsOff {
+    FaultsOff() { VyrFileFaults::Disarm(); }
+    ~FaultsOff() { VyrFileFaults::Disarm(); }
+    FaultsOff(const FaultsOff&) = delete;
+    FaultsOff& operator=(const FaultsOff&) = delete;
+};
+
+// A sample document of the source tree (samples/<name>), every section kind in "oscillation".
+inline std::string SampleFile(const std::string& name) {
+    return std::string(VYR_SOURCE_DIR) + "/samples/" + name;
+}
 
 inline void WriteBytes(const std::string& path, const std::string& bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);

@@ -16,6 +16,8 @@
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrExperienceParam.h"
 #include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/file/VyrSafeFile.h"
+#include "FileTestSupport.h"
 
 namespace {
 
@@ -244,4 +246,100 @@ TEST_F(CsvTest, ShortWriteAnswersFalse) {
     EXPECT_FALSE(doc.SaveAsCsvUTF8("/dev/full"));
     VyrBaseData empty(nullptr);
     EXPECT_FALSE(empty.SaveAsCsvUTF8("/dev/full"));
+}
+
+// Every operation of an export of a real document (open, each write, close), made to fail once:
+// the export answers false and leaves no descriptor open. Through VyrSafeFile the previous
+// export stays whole.
+TEST(VyrBaseDataCsvFaults, AnyFailingOperationAnswersFalseAndClosesTheFile) {
+    VyrFileFaults::Disarm();
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(doc.Load(wxString::FromUTF8(VYR_SOURCE_DIR "/samples/sound.vyr")));
+    const wxString path = wxFileName::CreateTempFileName("vyrcsvfault");
+    ASSERT_TRUE(doc.SaveAsCsvUTF8(path));
+    const long count = VyrFileFaults::Count();
+    // Open, the blocks of a 100 000-row export, close.
+    EXPECT_GE(count, 4);
+    wxFFile previous(path, "rb");
+    wxString before;
+    ASSERT_TRUE(previous.ReadAll(&before, wxConvISO8859_1));
+    previous.Close();
+    for (long n = 1; n <= count; ++n) {
+        SCOPED_TRACE(n);
+        const int descriptors = filetest::OpenDescriptors();
+        VyrFileFaults::Arm(VyrFileFaults::kAll, n, false, ENOSPC);
+        EXPECT_FALSE(doc.SaveAsCsvUTF8(path));
+        EXPECT_EQ(descriptors, filetest::OpenDescriptors());
+        VyrFileFaults::Arm(VyrFileFaults::kAll, n, false, ENOSPC);
+        EXPECT_FALSE(VyrSafeFile::WriteFile(
+            path, [&](const wxString& temp) { return doc.SaveAsCsvUTF8(temp); }));
+        VyrFileFaults::Disarm();
+        // The plain export broke the file; the safe one put it back whole first.
+        ASSERT_TRUE(VyrSafeFile::WriteFile(
+            path, [&](const wxString& temp) { return doc.SaveAsCsvUTF8(temp); }));
+        wxFFile after(path, "rb");
+        wxString now;
+        ASSERT_TRUE(after.ReadAll(&now, wxConvISO8859_1));
+        EXPECT_TRUE(before == now);
+    }
+    wxRemoveFile(path);
+}
+
+// A write that fails wherever the export stands: the first experiment's name is made long
+// enough that the export's first block (it hands its text to the file in blocks of 1 MiB) ends
+// at each byte of what follows in turn, the names line, the titles and the rows. Every run
+// answers false and closes its file.
+TEST(VyrBaseDataCsvFaults, AWriteFailingAtAnyPlaceOfTheExportAnswersFalse) {
+    VyrFileFaults::Disarm();
+    VyrBaseData doc(nullptr);
+    auto curve = [&doc](VyrExperience* e, const wchar_t* y, int points) {
+        VyrCourbeParam p;
+        p.m_sGrdX = L"t";
+        p.m_sUniteX = L"s";
+        p.m_sGrdY = y;
+        p.m_sUniteY = L"V";
+        VyrCourbe* c = doc.CreateCourbe(e, p, nullptr, false);
+        for (int i = 0; i < points; ++i)
+            doc.AddPoint(c, i, 0.5 * i, false);
+    };
+    VyrExperienceParam first(L"E1");
+    VyrExperience* e1 = doc.CreateExperience(first);
+    curve(e1, L"a", 3);
+    curve(e1, L"b", 2);
+    VyrExperienceParam second(L"E2");
+    curve(doc.CreateExperience(second), L"c", 4);
+    const wxString path = wxFileName::CreateTempFileName("vyrcsvplace");
+    ASSERT_TRUE(doc.SaveAsCsvUTF8(path));
+    wxFFile whole(path, "rb");
+    wxString text;
+    ASSERT_TRUE(whole.ReadAll(&text, wxConvISO8859_1));
+    whole.Close();
+    const size_t block = size_t(1) << 20;
+    int failures = 0;
+    for (size_t tail = 0; tail <= text.length(); ++tail) {
+        e1->SetEntityName(wxString(block - tail, L'n').wc_str());
+        const int descriptors = filetest::OpenDescriptors();
+        VyrFileFaults::Arm(VyrFileFaults::kWrite, 1, true, ENOSPC);
+        const bool saved = doc.SaveAsCsvUTF8(path);
+        VyrFileFaults::Disarm();
+        EXPECT_FALSE(saved) << tail;
+        EXPECT_EQ(descriptors, filetest::OpenDescriptors());
+        failures += !saved;
+    }
+    EXPECT_EQ(static_cast<int>(text.length()) + 1, failures);
+    wxRemoveFile(path);
+}
+
+TEST(VyrBaseDataCsvFaults, AnEmptyNameWritesOnlyItsSeparator) {
+    VyrFileFaults::Disarm();
+    VyrBaseData doc(nullptr);
+    VyrExperienceParam p(L"E");
+    doc.CreateExperience(p)->SetEntityName(L"");
+    const wxString path = wxFileName::CreateTempFileName("vyrcsvname");
+    ASSERT_TRUE(doc.SaveAsCsvUTF8(path));
+    wxFFile file(path, "rb");
+    wxString text;
+    ASSERT_TRUE(file.ReadAll(&text, wxConvISO8859_1));
+    EXPECT_EQ(wxString(";\r\n\r\n"), text);
+    wxRemoveFile(path);
 }

@@ -450,6 +450,164 @@ TEST(VyrBaseDataLoad, SimuleSectionManipTakesEveryCurveInListOrder) {
     EXPECT_EQ(5, e->GetCourbes().GetLast()->GetData()->GetOid());
 }
 
+// ---- Loading from memory ------------------------------------------------------------------
+
+namespace {
+
+// The document's content as a text (kinds, oids, names, sizes), to compare two loads.
+std::string Summary(VyrBaseData& doc) {
+    std::string text;
+    for (auto* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext()) {
+        VyrEntity* e = node->GetData();
+        text += std::to_string(e->GetKind()) + ":" + std::to_string(e->GetOid()) + ":" +
+                std::string(e->GetEntityName().utf8_str());
+        if (e->GetKind() == VYR_KIND_VECTEUR)
+            text += ":" + std::to_string(static_cast<VyrVecteur*>(e)->GetSize());
+        text += "\n";
+    }
+    for (const wxString& section : doc.GetUnknownSections())
+        text += "unknown:" + std::string(section.utf8_str()) + "\n";
+    return text;
+}
+
+// Every file of a folder of the regression corpus (tests/corpus/<kind>).
+std::vector<std::string> CorpusFiles(const std::string& kind) {
+    const std::string dir = std::string(VYR_SOURCE_DIR) + "/tests/corpus/" + kind;
+    std::vector<std::string> files;
+    for (const std::string& name : DirEntries(dir))
+        if (name[0] != '.')
+            files.push_back(dir + "/" + name);
+    return files;
+}
+
+}  // namespace
+
+TEST(VyrBaseDataLoad, LoadFromMemoryReadsWhatLoadReadsFromAFile) {
+    const std::string inputs[] = {
+        Utf16File(OneCurveText()),
+        Utf8(OneCurveText()),
+        "\xEF\xBB\xBF" + Utf8(OneCurveText()),
+        Latin1(L"[Vecteur]\r\n\toid = 3\r\n" + OneCurveText()),
+        std::string(),
+        std::string("\xFE\xFF", 2),
+        Utf16File(L"\toid = 3\r\n[vecteur]\r\n"),
+        ReadBytes(SampleFile("oscillation.vyr")),
+    };
+    for (const std::string& bytes : inputs) {
+        VyrBaseData fromFile(nullptr);
+        VyrBaseData fromMemory(nullptr);
+        const bool loaded = LoadBytes(fromFile, bytes);
+        EXPECT_EQ(loaded, fromMemory.LoadFromMemory(bytes.data(), bytes.size()));
+        EXPECT_EQ(Summary(fromFile), Summary(fromMemory));
+    }
+}
+
+TEST(VyrBaseDataLoad, LoadFromMemoryNeedsNoTerminatingZero) {
+    // The exact bytes in a buffer of their own size: a read past them would be reported by the
+    // address sanitizer.
+    const std::string text = Utf8(OneCurveText());
+    std::vector<char> exact(text.begin(), text.end());
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(doc.LoadFromMemory(exact.data(), exact.size()));
+    ExpectOneCurveDocument(doc);
+    const std::string utf16 = Utf16File(OneCurveText()) + "x";  // an odd last byte
+    std::vector<char> odd(utf16.begin(), utf16.end());
+    VyrBaseData other(nullptr);
+    ASSERT_TRUE(other.LoadFromMemory(odd.data(), odd.size()));
+    ExpectOneCurveDocument(other);
+}
+
+TEST(VyrBaseDataLoad, LoadFromMemoryEndsTheTextAtItsFirstZero) {
+    const std::string text = Latin1(OneCurveText());
+    const std::string cut = text.substr(0, text.find("[courbe]")) + std::string(1, '\0') +
+                            text.substr(text.find("[courbe]"));
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(doc.LoadFromMemory(cut.data(), cut.size()));
+    EXPECT_EQ(0, CountKind(doc, VYR_KIND_COURBE));
+}
+
+TEST(VyrBaseDataLoad, LoadFromMemoryOfNothing) {
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    RecordingObserver observer;
+    doc.AddObserver(&observer);
+    observer.Clear();
+    // Null bytes of some length: content that cannot be had, the document stays.
+    EXPECT_FALSE(doc.LoadFromMemory(nullptr, 10));
+    EXPECT_EQ(4u, doc.GetEntityList().GetCount());
+    EXPECT_EQ(std::vector<int>{VYR_MSG_FILE_LOADED}, observer.Codes());
+    // No bytes at all: an empty file.
+    EXPECT_TRUE(doc.LoadFromMemory(nullptr, 0));
+    EXPECT_EQ(1u, doc.GetEntityList().GetCount());
+    EXPECT_EQ(1, CountKind(doc, VYR_KIND_EXPERIENCE));
+    doc.RemoveObserver(&observer);
+}
+
+TEST(VyrBaseDataLoad, ALargeTextThatIsNoDocumentIsRefusedWithoutDecodingIt) {
+    // A first line that is no header, then more lines: refused in every encoding, and the
+    // unknown sections of the previous load are gone as after any parse.
+    VyrBaseData doc(nullptr);
+    const std::string kept = "[A]\r\n\tk = 1\r\n[manipulation]\r\n";
+    ASSERT_TRUE(doc.LoadFromMemory(kept.data(), kept.size()));
+    ASSERT_EQ(1u, doc.GetUnknownSections().GetCount());
+    std::string garbage(4 << 20, 'x');
+    for (size_t i = 100; i < garbage.size(); i += 100)
+        garbage[i] = '\n';
+    EXPECT_FALSE(doc.LoadFromMemory(garbage.data(), garbage.size()));
+    EXPECT_TRUE(doc.GetUnknownSections().IsEmpty());
+    EXPECT_EQ(0u, doc.GetEntityList().GetCount());
+    const std::string marked = "\xEF\xBB\xBF" + garbage;
+    EXPECT_FALSE(doc.LoadFromMemory(marked.data(), marked.size()));
+    const std::string wide = Utf16File(L"no header\r\nsecond line");
+    EXPECT_FALSE(doc.LoadFromMemory(wide.data(), wide.size()));
+    // One line only is no refusal: the loop never looks at it.
+    std::string single(1 << 20, 'y');
+    EXPECT_TRUE(doc.LoadFromMemory(single.data(), single.size()));
+    EXPECT_EQ(1, CountKind(doc, VYR_KIND_EXPERIENCE));
+    // Invalid UTF-8 in a text marked as UTF-8: no text, no load.
+    const std::string invalid = "\xEF\xBB\xBF[vecteur]\r\n\xC3\x28\r\n";
+    EXPECT_FALSE(doc.LoadFromMemory(invalid.data(), invalid.size()));
+}
+
+// The regression corpus: files that must load and files that must fail, read from memory and
+// from disk alike (every input a fuzzer found to crash the reader is added to it).
+TEST(VyrBaseDataLoad, TheRegressionCorpusLoadsOrFailsAsItShould) {
+    const std::vector<std::string> good = CorpusFiles("load");
+    const std::vector<std::string> bad = CorpusFiles("fail");
+    ASSERT_FALSE(good.empty());
+    ASSERT_FALSE(bad.empty());
+    for (const auto& [files, expected] : {std::make_pair(good, true), std::make_pair(bad, false)}) {
+        for (const std::string& file : files) {
+            SCOPED_TRACE(file);
+            const std::string bytes = ReadBytes(file);
+            VyrBaseData fromMemory(nullptr);
+            EXPECT_EQ(expected, fromMemory.LoadFromMemory(bytes.data(), bytes.size()));
+            VyrBaseData fromFile(nullptr);
+            EXPECT_EQ(expected, fromFile.Load(Wx(file)));
+            EXPECT_EQ(Summary(fromMemory), Summary(fromFile));
+            // Whatever loaded saves, and loads again.
+            if (expected) {
+                TempDir dir;
+                const std::string saved = dir.File("saved.vyr");
+                EXPECT_TRUE(fromMemory.Save(Wx(saved)));
+                VyrBaseData again(nullptr);
+                EXPECT_TRUE(again.Load(Wx(saved)));
+            }
+            // Emptying a document must not meet any element twice.
+            fromMemory.Delete();
+            EXPECT_EQ(0u, fromMemory.GetEntityList().GetCount());
+        }
+    }
+}
+
+TEST(VyrBaseDataLoad, ParseUnicodeTextRefusesAKeyLineBeforeAnyHeader) {
+    VyrBaseData doc(nullptr);
+    wchar_t text[] = L"\toid = 3\r\n[vecteur]\r\n\toid = 4\r\n";
+    EXPECT_FALSE(doc.ParseUnicodeText(text));
+    EXPECT_EQ(0u, doc.GetEntityList().GetCount());
+    EXPECT_FALSE(doc.ParseUnicodeText(nullptr));
+}
+
 namespace {
 
 locale_t CLocaleForTest() {

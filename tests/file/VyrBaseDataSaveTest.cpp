@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <map>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <wx/file.h>
 #include <wx/strconv.h>
@@ -12,6 +17,7 @@
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/file/VyrSafeFile.h"
 
 using namespace filetest;
 
@@ -245,6 +251,12 @@ TEST(VyrBaseDataSave, StyleStrings) {
     EXPECT_EQ(wxString(L"1|a|2|4|0|0"), VyrBaseData::GetStringStyleEx(c));
     c->SetWidth(0);
     EXPECT_EQ(wxString(L"1|a|2|fffffffe|0|0"), VyrBaseData::GetStringStyleEx(c));
+    // The largest width a file can give: 2^30, from "style_ex" 1|3|2|2147483647 (2^31 - 1
+    // halved, plus 1). Twice it minus 2 still fits; one more wraps as an int would.
+    c->SetWidth(1073741824);
+    EXPECT_EQ(wxString(L"1|a|2|7ffffffe|0|0"), VyrBaseData::GetStringStyleEx(c));
+    c->SetWidth(1073741825);
+    EXPECT_EQ(wxString(L"1|a|2|80000000|0|0"), VyrBaseData::GetStringStyleEx(c));
 }
 
 TEST(VyrBaseDataSave, UnknownSectionsComeBackAfterEveryKnownSectionInTheirOrder) {
@@ -314,4 +326,250 @@ TEST(VyrBaseDataSave, RoundTripOfRoundedValuesIsStableAfterTheFirstLoad) {
     VyrBaseData reloaded(nullptr);
     ASSERT_TRUE(reloaded.Load(Wx(second)));
     ExpectSameDocument(loaded, reloaded);
+}
+
+// ---- Saving safely ------------------------------------------------------------------------
+
+namespace {
+
+// The bundled sample that holds every section kind (notes, tools, report, grid, picture,
+// records), loaded.
+void LoadFullSample(VyrBaseData& doc) {
+    ASSERT_TRUE(doc.Load(Wx(SampleFile("oscillation.vyr"))));
+}
+
+// Saves with the file size limited to `limit` bytes (writes beyond it fail with EFBIG; the
+// signal that would stop the process is ignored meanwhile).
+template <class Save>
+bool WithFileSizeLimit(rlim_t limit, Save save) {
+    rlimit previous;
+    getrlimit(RLIMIT_FSIZE, &previous);
+    rlimit limited = previous;
+    limited.rlim_cur = limit;
+    void (*handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &limited);
+    const bool saved = save();
+    setrlimit(RLIMIT_FSIZE, &previous);
+    std::signal(SIGXFSZ, handler);
+    return saved;
+}
+
+}  // namespace
+
+TEST(VyrBaseDataSave, SaveSafelyWritesTheSameBytesAsSave) {
+    FaultsOff off;
+    TempDir dir;
+    // Two documents in the same state: each save takes the same fresh unit oids.
+    VyrBaseData plainDoc(nullptr);
+    VyrBaseData safeDoc(nullptr);
+    LoadFullSample(plainDoc);
+    LoadFullSample(safeDoc);
+    const std::string plain = dir.File("plain.vyr");
+    const std::string safe = dir.File("safe.vyr");
+    ASSERT_TRUE(plainDoc.Save(Wx(plain)));
+    WriteBytes(safe, "an older document");
+    ASSERT_TRUE(safeDoc.SaveSafely(Wx(safe)));
+    EXPECT_GT(ReadBytes(plain).size(), 10000u);
+    EXPECT_TRUE(ReadBytes(plain) == ReadBytes(safe));
+    EXPECT_EQ(2u, DirEntries(dir.Path()).size());
+    EXPECT_TRUE(safeDoc.GetVectorUnitMap().empty());
+}
+
+TEST(VyrBaseDataSave, SaveSafelyIntoAMissingDirectoryAnswersFalse) {
+    FaultsOff off;
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    EXPECT_FALSE(doc.SaveSafely(L"/nonexistent/dir/x.vyr"));
+    VyrSafeFile file(L"/nonexistent/dir/x.vyr");
+    EXPECT_FALSE(doc.SaveSafely(file));
+    EXPECT_EQ(VyrSafeFile::kStepCreate, file.GetFailedStep());
+    EXPECT_EQ(ENOENT, file.GetError());
+}
+
+// For every write-side operation of saving a real document (each open, write, sync, close,
+// rename and directory sync), failing once or from then on: SaveSafely answers false, the
+// previous file keeps its bytes (after the rename, only the directory sync can fail: the new
+// document is then whole in its place), no temporary file is left and no descriptor stays open.
+TEST(VyrBaseDataSave, SaveSafelyKeepsThePreviousFileWhateverOperationFails) {
+    FaultsOff off;
+    VyrBaseData doc(nullptr);
+    LoadFullSample(doc);
+    TempDir scratch;
+    const std::string reference = scratch.File("reference.vyr");
+    const std::string previous = ReadBytes(SampleFile("signal.vyr"));
+    ASSERT_FALSE(previous.empty());
+
+    const unsigned kinds[] = {VyrFileFaults::kOpen,   VyrFileFaults::kWrite,
+                              VyrFileFaults::kSync,   VyrFileFaults::kClose,
+                              VyrFileFaults::kRename, VyrFileFaults::kSyncDirectory};
+    int failures = 0;
+    for (unsigned kind : kinds) {
+        // How many operations of this kind one save makes.
+        VyrFileFaults::Arm(kind, 0, false, EIO);
+        ASSERT_TRUE(doc.SaveSafely(Wx(reference)));
+        const long count = VyrFileFaults::Count();
+        VyrFileFaults::Disarm();
+        ASSERT_GE(count, 1) << "kind " << kind;
+        if (kind == VyrFileFaults::kWrite) {
+            EXPECT_GE(count, 10) << "one write per section at least";
+        }
+        for (bool persistent : {false, true}) {
+            for (long n = 1; n <= count; ++n) {
+                SCOPED_TRACE(testing::Message() << "kind " << kind << " operation " << n
+                                                << (persistent ? " and later" : " once"));
+                TempDir dir;
+                const std::string target = dir.File("doc.vyr");
+                WriteBytes(target, previous);
+                const int descriptors = OpenDescriptors();
+                VyrFileFaults::Arm(kind, n, persistent, ENOSPC);
+                const bool saved = doc.SaveSafely(Wx(target));
+                const long injected = VyrFileFaults::Injected();
+                VyrFileFaults::Disarm();
+                EXPECT_GE(injected, 1);
+                EXPECT_FALSE(saved);
+                if (kind == VyrFileFaults::kSyncDirectory) {
+                    VyrBaseData reread(nullptr);
+                    EXPECT_TRUE(reread.Load(Wx(target)));
+                    EXPECT_EQ(ReadBytes(reference).size(), ReadBytes(target).size());
+                } else {
+                    EXPECT_TRUE(previous == ReadBytes(target));
+                }
+                EXPECT_EQ(std::vector<std::string>{"doc.vyr"}, DirEntries(dir.Path()));
+                EXPECT_EQ(descriptors, OpenDescriptors());
+                EXPECT_TRUE(doc.GetVectorUnitMap().empty());
+                ++failures;
+            }
+        }
+    }
+    EXPECT_GT(failures, 20);
+}
+
+// The same, without injection: the file system itself fills up.
+TEST(VyrBaseDataSave, SaveSafelyOnAFullFileSystemKeepsThePreviousFile) {
+    FaultsOff off;
+    VyrBaseData doc(nullptr);
+    LoadFullSample(doc);
+    const std::string previous = ReadBytes(SampleFile("spectrum.vyr"));
+    ASSERT_LT(previous.size(), 40000u);
+
+    // Past a file size limit (any user can set one): the write fails with EFBIG.
+    TempDir dir;
+    const std::string target = dir.File("doc.vyr");
+    WriteBytes(target, previous);
+    const int descriptors = OpenDescriptors();
+    EXPECT_FALSE(WithFileSizeLimit(previous.size(), [&] { return doc.SaveSafely(Wx(target)); }));
+    EXPECT_TRUE(previous == ReadBytes(target));
+    EXPECT_EQ(std::vector<std::string>{"doc.vyr"}, DirEntries(dir.Path()));
+    EXPECT_EQ(descriptors, OpenDescriptors());
+
+    // A file system of 64 KiB (a fresh tmpfs; mounting needs root).
+    char pattern[] = "/tmp/vyrfullXXXXXX";
+    const char* mountPoint = mkdtemp(pattern);
+    ASSERT_TRUE(mountPoint);
+    if (std::system((std::string("mount -t tmpfs -o size=64k tmpfs ") + mountPoint + " 2>/dev/null")
+                        .c_str()) != 0) {
+        rmdir(mountPoint);
+        GTEST_SKIP() << "cannot mount a tmpfs (not root)";
+    }
+    const std::string full = std::string(mountPoint) + "/doc.vyr";
+    WriteBytes(full, previous);
+    const bool saved = doc.SaveSafely(Wx(full));
+    const bool plainSaved = doc.Save(Wx(std::string(mountPoint) + "/plain.vyr"));
+    const std::string after = ReadBytes(full);
+    const std::vector<std::string> left = DirEntries(mountPoint);
+    std::system((std::string("umount ") + mountPoint).c_str());
+    rmdir(mountPoint);
+    EXPECT_FALSE(saved);
+    EXPECT_TRUE(previous == after);
+    // Save writes into the file itself: it fails too, leaving its partial file.
+    EXPECT_FALSE(plainSaved);
+    EXPECT_EQ((std::vector<std::string>{"doc.vyr", "plain.vyr"}), [&] {
+        std::vector<std::string> sorted = left;
+        std::sort(sorted.begin(), sorted.end());
+        return sorted;
+    }());
+    EXPECT_EQ(descriptors, OpenDescriptors());
+}
+
+TEST(VyrBaseDataSave, SaveAnswersFalseWhateverOperationFailsAndClosesItsFile) {
+    FaultsOff off;
+    VyrBaseData doc(nullptr);
+    LoadFullSample(doc);
+    TempDir dir;
+    const std::string target = dir.File("doc.vyr");
+    VyrFileFaults::Disarm();
+    ASSERT_TRUE(doc.Save(Wx(target)));
+    const long count = VyrFileFaults::Count();
+    // Open, one write per section at least, close.
+    EXPECT_GE(count, 12);
+    for (long n = 1; n <= count; ++n) {
+        SCOPED_TRACE(n);
+        const int descriptors = OpenDescriptors();
+        VyrFileFaults::Arm(VyrFileFaults::kAll, n, false, EIO);
+        EXPECT_FALSE(doc.Save(Wx(target)));
+        VyrFileFaults::Disarm();
+        EXPECT_EQ(descriptors, OpenDescriptors());
+        EXPECT_TRUE(doc.GetVectorUnitMap().empty());
+    }
+}
+
+TEST(VyrBaseDataSave, SaveToAFullDeviceAnswersFalse) {
+    FaultsOff off;
+    VyrBaseData doc(nullptr);
+    BuildOneCurveDocument(doc);
+    if (access("/dev/full", W_OK) != 0)
+        GTEST_SKIP() << "no /dev/full";
+    EXPECT_FALSE(doc.Save(L"/dev/full"));
+    // Replacing a device is refused rather than done.
+    EXPECT_FALSE(doc.SaveSafely(L"/dev/full"));
+    struct stat info;
+    ASSERT_EQ(0, stat("/dev/full", &info));
+    EXPECT_TRUE(S_ISCHR(info.st_mode));
+}
+
+TEST(VyrBaseDataSave, TheWxFileWritersAnswerFalseWhenTheWriteFails) {
+    FaultsOff off;
+    TempDir dir;
+    wxFile file(Wx(dir.File("out")), wxFile::write);
+    VyrFileFaults::Arm(VyrFileFaults::kWrite, 1, true, ENOSPC);
+    EXPECT_FALSE(VyrBaseData::WriteHeaderUnicode(file));
+    wxString text(L"abc");
+    EXPECT_FALSE(VyrBaseData::WriteInFile(file, text, nullptr));
+    // Through a converter the outcome is not checked.
+    EXPECT_TRUE(VyrBaseData::WriteInFile(file, text, &wxConvUTF8));
+    VyrBaseData doc(nullptr);
+    const std::string kept = "[X]\r\n\tk = 1\r\n[manipulation]\r\n\toid = 1\r\n";
+    ASSERT_TRUE(doc.LoadFromMemory(kept.data(), kept.size()));
+    ASSERT_EQ(1u, doc.GetUnknownSections().GetCount());
+    EXPECT_FALSE(doc.SauveSectionInconnue(file));
+    VyrFileFaults::Disarm();
+    EXPECT_TRUE(doc.SauveSectionInconnue(file));
+}
+
+TEST(VyrBaseDataSave, SaveDataInFileClosesItsFileWhenTheWriteFails) {
+    FaultsOff off;
+    TempDir dir;
+    const std::string path = dir.File("block");
+    const int descriptors = OpenDescriptors();
+    VyrFileFaults::Arm(VyrFileFaults::kWrite, 1, false, ENOSPC);
+    const unsigned char data[4] = {1, 2, 3, 4};
+    VyrBaseData::SaveDataInFile(Wx(path).wc_str(), data, 4);
+    VyrFileFaults::Disarm();
+    EXPECT_EQ(descriptors, OpenDescriptors());
+    EXPECT_EQ(2u, ReadBytes(path).size());
+}
+
+TEST(VyrBaseDataSave, WriteInFileOfAnEmptyTextWritesNothing) {
+    FaultsOff off;
+    TempDir dir;
+    const std::string path = dir.File("empty");
+    {
+        wxFile file(Wx(path), wxFile::write);
+        wxString nothing;
+        // Even a failing disk cannot refuse nothing.
+        VyrFileFaults::Arm(VyrFileFaults::kWrite, 1, true, ENOSPC);
+        EXPECT_TRUE(VyrBaseData::WriteInFile(file, nothing, nullptr));
+        EXPECT_EQ(0, VyrFileFaults::Injected());
+    }
+    EXPECT_TRUE(ReadBytes(path).empty());
 }

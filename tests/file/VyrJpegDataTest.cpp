@@ -204,3 +204,53 @@ TEST(VyrJpegData, CorruptEntropyDataStillDecodesToAPictureOfItsSize) {
     EXPECT_EQ(image.GetWidth(), 32);
     EXPECT_EQ(image.GetHeight(), 32);
 }
+
+// Each way a stream can break the JPEG structure is refused by the check, before the decoder
+// sees it; the structures it must let through (fill bytes, restart and TEM markers) pass.
+TEST(VyrJpegData, EveryBrokenStructureIsRefusedByTheCheck) {
+    const std::string soi = "\xFF\xD8";
+    const std::string eoi = "\xFF\xD9";
+    // Frame header of 16 x 16, one component; scan header of one component.
+    const std::string sof = std::string("\xFF\xC0\x00\x0B\x08\x00\x10\x00\x10\x01\x01\x11\x00", 13);
+    const std::string sos = std::string("\xFF\xDA\x00\x08\x01\x01\x00\x00\x3F\x00", 10);
+    const std::string data = "\x12\x34\xFF\x00\x56";
+    const std::string good = soi + sof + sos + data + eoi;
+    int width = 0;
+    int height = 0;
+    ASSERT_TRUE(VyrCheckJpeg(U(good), good.size(), &width, &height));
+    EXPECT_EQ(16, width);
+    EXPECT_EQ(16, height);
+    const struct {
+        const char* what;
+        std::string bytes;
+        bool accepted;
+    } cases[] = {
+        {"fill bytes before a marker", soi + "\xFF\xFF" + sof + sos + data + eoi, true},
+        {"a TEM and a restart marker", soi + "\xFF\x01\xFF\xD0" + sof + sos + data + eoi, true},
+        {"a restart marker inside the scan", soi + sof + sos + "\x12\xFF\xD3\x34" + eoi, true},
+        {"bytes where a marker must be", soi + "x" + sof + sos + data + eoi, false},
+        {"fill bytes up to the end", soi + "\xFF\xFF\xFF", false},
+        {"a second start marker", soi + "\xFF\xD8" + sof + sos + data + eoi, false},
+        {"a stuffed zero where a marker must be", soi + std::string("\xFF\x00", 2) + eoi, false},
+        {"a segment length cut off", soi + "\xFF\xE0\x00", false},
+        {"a segment length below 2", soi + std::string("\xFF\xE0\x00\x01", 4) + eoi, false},
+        {"a frame header too short",
+         soi + std::string("\xFF\xC0\x00\x06\x08\x00\x10\x00", 8) + sos + data + eoi, false},
+        {"two frame headers", soi + sof + sof + sos + data + eoi, false},
+        {"a scan before any frame", soi + sos + data + eoi, false},
+        {"a scan running to the end", soi + sof + sos + data, false},
+        {"an end marker without a frame", soi + eoi, false},
+        {"no end marker after the segments", soi + sof, false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.accepted, VyrCheckJpeg(U(c.bytes), c.bytes.size(), nullptr, nullptr)) << c.what;
+}
+
+TEST(VyrJpegData, AStreamThatPassesTheCheckButCannotBeDecodedGivesNoPicture) {
+    // Well formed markers around a scan of nothing that makes sense: no Huffman tables.
+    const std::string bogus =
+        std::string("\xFF\xD8\xFF\xC0\x00\x0B\x08\x00\x10\x00\x10\x01\x01\x11\x00", 15) +
+        std::string("\xFF\xDA\x00\x08\x01\x01\x00\x00\x3F\x00", 10) + "\x12\x34\xFF\xD9";
+    ASSERT_TRUE(VyrCheckJpeg(U(bogus), bogus.size(), nullptr, nullptr));
+    EXPECT_FALSE(VyrDecodeJpeg(U(bogus), bogus.size()).IsOk());
+}

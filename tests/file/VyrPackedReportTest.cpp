@@ -177,3 +177,15 @@ TEST(VyrPackedReport, EightBitTextIsConvertedToCharacters) {
     const wxString rtf = VyrRtfFromPackedReport(Pack("{\\rtf1 caf\xe9}"));
     EXPECT_EQ(rtf, wxString(L"{\\rtf1 caf\u00e9}"));
 }
+
+TEST(VyrPackedReport, BlanksBeforeTheDeclaredLengthAreSkippedAndNoBufferMeansNothing) {
+    const std::string rtf = "{\\rtf1 blank}";
+    wxString packed = Pack(rtf);
+    // "U" then the eight characters of the length, leading zeros turned into blanks.
+    for (size_t i = 1; i <= 8 && packed[i] == '0'; ++i)
+        packed[i] = ' ';
+    std::string bytes;
+    EXPECT_TRUE(VyrUnpackReportBytes(packed, &bytes));
+    EXPECT_EQ(rtf, bytes);
+    EXPECT_FALSE(VyrUnpackReportBytes(packed, nullptr));
+}

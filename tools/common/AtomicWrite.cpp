@@ -1,18 +1,21 @@
 #include "AtomicWrite.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <wx/filename.h>
 
+#include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/file/VyrSafeFile.h"
+
 namespace vyrtools {
 
-bool WriteAtomically(const wxString& target, const std::function<bool(const wxString&)>& write,
-                     wxString& reason) {
+namespace {
+
+// What can be told before writing anything, in the words a person acts on.
+bool CanWrite(const wxString& target, wxString& reason) {
     wxFileName name(target);
     wxString dir = name.GetPath();
     if (dir.empty())
@@ -29,18 +32,31 @@ bool WriteAtomically(const wxString& target, const std::function<bool(const wxSt
         reason = wxString("cannot write: ") + std::strerror(errno);
         return false;
     }
-    // A fresh name beside the target, so the rename stays within one file system.
-    const wxString temp =
-        dir + "/." + name.GetFullName() + wxString::Format(".vyr-%ld.tmp", (long)getpid());
-    const bool written = write(temp);
-    if (!written || ::rename(temp.fn_str(), target.fn_str()) != 0) {
-        const int err = errno;
-        ::unlink(temp.fn_str());
-        reason =
-            written ? wxString("cannot write: ") + std::strerror(err) : wxString("cannot write");
-        return false;
-    }
     return true;
+}
+
+// The reason of a failed VyrSafeFile: the system's error when one was reported.
+bool Failed(const VyrSafeFile& file, wxString& reason) {
+    reason = file.GetError() != 0 ? wxString("cannot write: ") + std::strerror(file.GetError())
+                                  : wxString("cannot write");
+    return false;
+}
+
+}  // namespace
+
+bool WriteAtomically(const wxString& target, const std::function<bool(const wxString&)>& write,
+                     wxString& reason) {
+    if (!CanWrite(target, reason))
+        return false;
+    VyrSafeFile file(target);
+    return file.Write(write) || Failed(file, reason);
+}
+
+bool SaveDocument(const wxString& target, VyrBaseData& doc, wxString& reason) {
+    if (!CanWrite(target, reason))
+        return false;
+    VyrSafeFile file(target);
+    return doc.SaveSafely(file) || Failed(file, reason);
 }
 
 }  // namespace vyrtools

@@ -1,6 +1,6 @@
 // Writing an output file without ever destroying an existing one: the content goes into a new
-// file beside the target, which is renamed over the target only once it was written whole.
-// Shared by the command-line tool and the viewer.
+// file beside the target (the library's VyrSafeFile), which is made durable and renamed over
+// the target only once it was written whole. Shared by the command-line tool and the viewer.
 #ifndef VYR_TOOLS_COMMON_ATOMICWRITE_H
 #define VYR_TOOLS_COMMON_ATOMICWRITE_H
 
@@ -8,14 +8,19 @@
 
 #include <wx/string.h>
 
+class VyrBaseData;
+
 namespace vyrtools {
 
 // Writes `target` through `write` (which writes the file it is given). Answers false, with a
 // reason a person can act on in `reason` ("cannot write: ..."), when the directory is missing or
-// read-only, the target is a directory, `write` failed or the rename failed; the target is then
-// exactly as it was before.
+// read-only, the target is a directory, `write` failed or the new file could not be made durable
+// or renamed; the target is then exactly as it was before.
 bool WriteAtomically(const wxString& target, const std::function<bool(const wxString&)>& write,
                      wxString& reason);
+
+// Saves `doc` to `target` the same way (VyrBaseData::SaveSafely), with the same reasons.
+bool SaveDocument(const wxString& target, VyrBaseData& doc, wxString& reason);
 
 }  // namespace vyrtools
 

@@ -170,8 +170,7 @@ bool ViewerDocument::DoOpenDocument(const wxString& file) {
 
 bool ViewerDocument::DoSaveDocument(const wxString& file) {
     wxString reason;
-    if (!vyrtools::WriteAtomically(
-            file, [this](const wxString& path) { return m_data.Save(path); }, reason)) {
+    if (!vyrtools::SaveDocument(file, m_data, reason)) {
         wxLogError("%s: %s", file, reason);
         return false;
     }

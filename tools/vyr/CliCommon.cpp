@@ -55,6 +55,14 @@ int WriteAtomically(const wxString& target, const std::function<bool(const wxStr
     return kExitOutput;
 }
 
+int SaveDocument(const wxString& target, VyrBaseData& doc) {
+    wxString reason;
+    if (vyrtools::SaveDocument(target, doc, reason))
+        return kExitOk;
+    Complain(target, reason);
+    return kExitOutput;
+}
+
 wxString WithExtension(const wxString& path, const wxString& extension) {
     wxFileName name(path);
     name.SetExt(extension);

@@ -41,6 +41,9 @@ int OpenDocument(const wxString& path, VyrBaseData& doc, wxString* encoding = nu
 // half-writes an existing file. Complains and answers kExitOutput on failure.
 int WriteAtomically(const wxString& target, const std::function<bool(const wxString&)>& write);
 
+// Saves `doc` to `target` in the same way (VyrBaseData::SaveSafely), complaining on failure.
+int SaveDocument(const wxString& target, VyrBaseData& doc);
+
 // `path` with its extension replaced by `extension` (given without the dot).
 wxString WithExtension(const wxString& path, const wxString& extension);
 

@@ -243,7 +243,7 @@ int RunDemo(const Args& args) {
         VyrDiagram* diagram = doc.GetDiagram(0);
         diagram->SetSpectrum(sample.spectrum);
         diagram->SetGridShown(true);
-        int code = WriteAtomically(base + ".vyr", [&](const wxString& p) { return doc.Save(p); });
+        int code = SaveDocument(base + ".vyr", doc);
         if (!code)
             code = WriteAtomically(base + ".png", [&](const wxString& p) {
                 return VyrDiagramExport::SaveAsPng(diagram, p, 1200, 800, 1.0);

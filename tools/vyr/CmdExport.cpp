@@ -89,8 +89,7 @@ int RunConvert(const Args& args) {
     const wxString input = FromArg(parsed.Operands()[0]);
     if (int code = OpenDocument(input, doc))
         return code;
-    return WriteAtomically(FromArg(parsed.Operands()[1]),
-                           [&](const wxString& path) { return doc.Save(path); });
+    return SaveDocument(FromArg(parsed.Operands()[1]), doc);
 }
 
 int RunRender(const Args& args) {

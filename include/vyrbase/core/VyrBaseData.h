@@ -34,6 +34,8 @@ class VyrCompteRendu;
 class VyrDiagram;
 class VyrExperience;
 class VyrExperienceParam;
+class VyrFileSink;
+class VyrSafeFile;
 class VyrGrilleEntity;
 class VyrImageRedyEntity;
 class VyrNote;
@@ -252,10 +254,23 @@ public:
     // ---- The document file -----------------------------------------------------------------
 
     // Replaces the document by the file's content (UTF-16LE with mark, UTF-8, ISO-8859-1).
-    // Always notifies VYR_MSG_FILE_LOADED (8) at the end, also after a failure.
+    // Always notifies VYR_MSG_FILE_LOADED (8) at the end, also after a failure. Memory that
+    // cannot be had is a failed load (false), never an exception.
     bool Load(const wxString& path);
-    // Writes the document as UTF-16LE with its mark, sections in their fixed order.
+    // Replaces the document by the content of `length` bytes, read exactly as Load reads a
+    // file holding them (no terminating zero needed). Null bytes of a non-zero length answer
+    // false and keep the document, as a file that cannot be opened; notifies 8 either way.
+    bool LoadFromMemory(const void* bytes, size_t length);
+    // Writes the document as UTF-16LE with its mark, sections in their fixed order, into the
+    // file itself (created or truncated): a failure leaves a partial file.
     bool Save(const wxString& path);
+    // Writes the same bytes as Save into a new file beside `path` and renames it over `path`
+    // only once it is completely written and durable (VyrSafeFile): a failure leaves the
+    // previous file byte for byte as it was (or no file when there was none).
+    bool SaveSafely(const wxString& path);
+    // SaveSafely through a VyrSafeFile of the caller's (not yet opened), which then tells where
+    // a failure stopped (GetFailedStep, GetError).
+    bool SaveSafely(VyrSafeFile& file);
     // Writes the measured data as ";"-separated UTF-8 without mark.
     bool SaveAsCsvUTF8(const wxString& path);
 
@@ -354,6 +369,29 @@ protected:
 
 private:
     friend class VyrBaseDataTestAccess;
+
+    // The steps of Load and LoadFromMemory: emptying the unit maps, decoding and parsing the
+    // bytes (answers the result), and what runs after every attempt (answers the result,
+    // false when memory ran out there).
+    void BeginLoad();
+    // `ownBuffer`: the bytes belong to the load, which may give back the pages it has read.
+    bool ParseFileBytes(const unsigned char* bytes, size_t length, bool ownBuffer);
+    // ParseUnicodeText of a text whose first line is not a header, without the text: false
+    // when more lines follow (`lone` false), else as for an empty text.
+    bool ParseFirstLineOnly(bool lone);
+    bool EndLoad(bool result);
+    // After a load: gives each curve, vector and note that the file gave several owners to its
+    // first owner only (the document's deletions rely on single owners).
+    void UnshareLoadedLinks();
+    // What is left when memory runs out during UnshareLoadedLinks: every curve taken out of its
+    // experiment, every note out of its curve and every vector out of its curve, without
+    // allocating (the entities stay in the document, each with its one owner, the list).
+    void DropLoadedLinks();
+    // The whole document file (mark and every section) into an open sink; true when every
+    // byte was written. Save and SaveSafely differ only in the sink they give.
+    bool WriteDocument(VyrFileSink& sink);
+    // SauveSectionInconnue into the document writer's buffer.
+    bool SauveSectionInconnue(VyrTextWriter& out);
 
     // Parses the text the tokenizer was set on (ParseUnicodeText without the setting).
     bool ParseTokenizedText();
