@@ -37,11 +37,23 @@ unsigned Utf16Unit(const unsigned char* bytes, size_t length, size_t i) {
     return low | high << 8;
 }
 
-// The code units of `units` up to the first zero unit, as the reader's text ends there.
-template <class Unit>
-size_t TextLength(Unit units, size_t count) {
+// The UTF-16LE code units of `length` bytes up to the first zero unit (an odd last byte pairs
+// with a zero), as the reader's text ends there; looked for eight units at a time.
+size_t Utf16TextLength(const unsigned char* bytes, size_t length) {
+    const size_t whole = length / 2;
     size_t n = 0;
-    while (n < count && units(n) != 0)
+#if defined(__SSE2__)
+    const __m128i zero = _mm_setzero_si128();
+    while (n + 8 <= whole) {
+        const __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 2 * n));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi16(chunk, zero)) != 0)
+            break;
+        n += 8;
+    }
+#endif
+    while (n < whole && (bytes[2 * n] != 0 || bytes[2 * n + 1] != 0))
+        ++n;
+    if (n == whole && length % 2 != 0 && bytes[length - 1] != 0)
         ++n;
     return n;
 }
@@ -115,10 +127,13 @@ unsigned char* ReadAll(wxFile& file, size_t* length) {
     if (fileLength < 0 || static_cast<unsigned long long>(fileLength) > SIZE_MAX - 1)
         return nullptr;
     const size_t total = static_cast<size_t>(fileLength);
-    // One byte more, so that an empty file still gets a buffer.
-    unsigned char* bytes = new (std::nothrow) unsigned char[total + 1]();
+    // One byte more, so that an empty file still gets a buffer. Not zeroed beforehand: the read
+    // fills it (a file that shrank meanwhile is zeroed below), and a large buffer's pages are
+    // not touched before the advice below can take effect.
+    unsigned char* bytes = new (std::nothrow) unsigned char[total + 1];
     if (!bytes)
         return nullptr;
+    bytes[total] = 0;
     // A file of many megabytes goes into few large pages.
     VyrAdviseLargePages(bytes, total);
     size_t done = 0;
@@ -128,8 +143,11 @@ unsigned char* ReadAll(wxFile& file, size_t* length) {
             delete[] bytes;
             return nullptr;
         }
-        if (got == 0)
-            break;  // the file shrank meanwhile: the rest stays zero
+        if (got == 0) {
+            // The file shrank meanwhile: the rest reads as zeros.
+            std::memset(bytes + done, 0, total - done);
+            break;
+        }
         done += static_cast<size_t>(got);
     }
     *length = total;
@@ -204,7 +222,7 @@ bool VyrBaseData::ParseFileBytes(const unsigned char* bytes, size_t length, bool
         const unsigned char* body = bytes + 2;
         const size_t bodyLength = length - 2;
         auto unit = [body, bodyLength](size_t i) { return Utf16Unit(body, bodyLength, i); };
-        const size_t units = TextLength(unit, (bodyLength + 1) / 2);
+        const size_t units = Utf16TextLength(body, bodyLength);
         const FirstLine first = ClassifyFirstLine(unit, units);
         if (first != FirstLine::kHeader)
             return ParseFirstLineOnly(first == FirstLine::kLoneLine);
