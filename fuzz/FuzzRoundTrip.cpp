@@ -25,10 +25,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     VyrBaseData third(nullptr);
     vyrfuzz::Check(third.LoadFromMemory(savedAgain.data(), savedAgain.size()),
                    "a document saved twice loads");
-    // Kept sections change from one save to the next (see Describe); one whose header is a lone
-    // "[" can even turn into a known section ("[\noutil_Interval]" is read back as "[" and
-    // "outil_Interval]", then written as "[outil_Interval]").
-    if (!vyrfuzz::IsWellFormed(second) || !second.GetUnknownSections().IsEmpty())
+    // Kept sections change from one save to the next (see Describe), and can even turn into
+    // known ones: a header cut by a line break, "[outil_Interva\nl]", is kept as
+    // "[outil_Interval]" followed by its lines (the break after a header is not kept). Such a
+    // section is read back in the place of the kept ones, after every other section, so the
+    // next save puts it elsewhere. Only documents that kept no section are compared.
+    if (!vyrfuzz::IsWellFormed(second) || !first.GetUnknownSections().IsEmpty() ||
+        !second.GetUnknownSections().IsEmpty())
         return 0;
     vyrfuzz::CheckSame(vyrfuzz::Describe(second, false), vyrfuzz::Describe(third, false),
                        "a second save and load gives the same document");

@@ -216,7 +216,12 @@ std::string Describe(VyrBaseData& doc, bool unknown) {
 
 bool IsWellFormed(VyrBaseData& doc) {
     std::set<int> oids;
+    // What the writer reaches: curves through their experiments, notes through their curves
+    // and the diagram titles. A note bound to nothing (its "curve" text named no curve, or named
+    // it before an experiment was made up for it) stays in the document but is not written.
     std::set<const VyrEntity*> held;
+    for (int slot = 0; slot < 2; ++slot)
+        held.insert(doc.GetDiagramTitle(slot));
     for (wxVyrListEntityNode* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext()) {
         VyrEntity* e = node->GetData();
         if (!oids.insert(e->GetOid()).second)
@@ -225,10 +230,16 @@ bool IsWellFormed(VyrBaseData& doc) {
             for (wxVyrListCourbeNode* c = static_cast<VyrExperience*>(e)->GetCourbes().GetFirst();
                  c; c = c->GetNext())
                 held.insert(c->GetData());
+        if (e->GetKind() == VYR_KIND_COURBE)
+            for (wxVyrListNoteNode* n = static_cast<VyrCourbe*>(e)->GetNotes().GetFirst(); n;
+                 n = n->GetNext())
+                held.insert(n->GetData());
     }
-    for (wxVyrListEntityNode* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext())
-        if (node->GetData()->GetKind() == VYR_KIND_COURBE && !held.count(node->GetData()))
+    for (wxVyrListEntityNode* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext()) {
+        const int kind = node->GetData()->GetKind();
+        if ((kind == VYR_KIND_COURBE || kind == VYR_KIND_NOTE) && !held.count(node->GetData()))
             return false;
+    }
     return true;
 }
 

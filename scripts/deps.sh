@@ -4,10 +4,11 @@
 set -euo pipefail
 
 run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
-test_packages=("${run_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
-               libjpeg-turbo-progs file xvfb)
-# scripts/fuzz.sh: clang and its libFuzzer runtime; scripts/valgrind.sh; scripts/coverage.sh.
+# The test command also fuzzes each target for a minute: clang and its libFuzzer runtime.
 fuzz_packages=("${run_packages[@]}" clang-14 libclang-rt-14-dev)
+test_packages=("${fuzz_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
+               libjpeg-turbo-progs file xvfb)
+# scripts/valgrind.sh; scripts/coverage.sh.
 valgrind_packages=("${test_packages[@]}" valgrind)
 coverage_packages=("${test_packages[@]}" gcovr)
 

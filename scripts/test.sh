@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds VyrBase and passes every test: the unit tests, the same tests under AddressSanitizer and
-# UndefinedBehaviorSanitizer, and an outside project built against a fresh install (CMake
-# package and pkg-config). Installs the Debian packages it lacks first.
+# UndefinedBehaviorSanitizer, an outside project built against a fresh install (CMake package
+# and pkg-config), and a minute of fuzzing for each fuzz target. Installs the Debian packages it
+# lacks first.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/deps.sh test
@@ -36,3 +37,7 @@ ctest --test-dir build/asan --output-on-failure -j"$jobs"
 
 echo "== unit tests"
 ctest --test-dir build/release --output-on-failure -j"$jobs"
+
+# The corpora were replayed above (the fuzz_* tests); each fuzzer now searches for a minute more.
+echo "== fuzzing (libFuzzer, 60 s a target)"
+FUZZ_JOBS=$jobs scripts/fuzz.sh 60
