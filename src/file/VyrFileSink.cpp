@@ -232,11 +232,10 @@ bool VyrFileSink::Rename(const wxString& from, const wxString& to, int* error) {
     return failure == 0;
 }
 
-bool VyrFileSink::SyncDirectory(const wxString& dir, int* error) {
+bool VyrFileSink::SyncDirectory(const char* dir, int* error) {
     int failure = Injected(VyrFileFaults::kSyncDirectory);
     if (!failure) {
-        wxCharBuffer name;
-        const int fd = ::open(FileName(dir, name), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        const int fd = ::open(dir, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         if (fd < 0) {
             failure = errno;
         } else {

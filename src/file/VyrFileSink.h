@@ -53,9 +53,10 @@ public:
 
     // rename(2): replaces `to` in one step. `error` (may be null) receives errno on failure.
     static bool Rename(const wxString& from, const wxString& to, int* error);
-    // Makes a rename in `dir` durable (fsync of the directory). File systems that cannot sync a
-    // directory count as done.
-    static bool SyncDirectory(const wxString& dir, int* error);
+    // Makes a rename in `dir` (a name in the file system's encoding) durable: fsync of the
+    // directory. File systems that cannot sync a directory count as done. Allocates nothing, so
+    // that it can follow a rename that has already taken place.
+    static bool SyncDirectory(const char* dir, int* error);
 
 private:
     bool Fail(int error);

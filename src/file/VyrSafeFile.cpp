@@ -116,6 +116,9 @@ bool VyrSafeFile::Commit() {
         Discard();
         return Failed(kStepClose, error);
     }
+    // Everything the steps after the rename need is made before it: once the target is
+    // replaced, a failure can no longer give the previous file back.
+    const wxCharBuffer directory = m_sDirectory.fn_str();
     int error = 0;
     if (!VyrFileSink::Rename(m_sTempPath, m_sTarget, &error)) {
         Discard();
@@ -124,7 +127,7 @@ bool VyrSafeFile::Commit() {
     // The temporary file is the target now: nothing is left to remove.
     m_sTempPath.clear();
     m_bCommitted = true;
-    if (!VyrFileSink::SyncDirectory(m_sDirectory, &error))
+    if (!VyrFileSink::SyncDirectory(directory.data(), &error))
         return Failed(kStepSyncDirectory, error);
     return true;
 }

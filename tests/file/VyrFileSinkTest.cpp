@@ -161,11 +161,11 @@ TEST(VyrFileSink, SyncDirectoryNeedsADirectory) {
     FaultsOff off;
     TempDir dir;
     int error = -1;
-    EXPECT_TRUE(VyrFileSink::SyncDirectory(Wx(dir.Path()), &error));
+    EXPECT_TRUE(VyrFileSink::SyncDirectory(dir.Path().c_str(), &error));
     EXPECT_EQ(0, error);
-    EXPECT_FALSE(VyrFileSink::SyncDirectory(L"/nonexistent/dir", &error));
+    EXPECT_FALSE(VyrFileSink::SyncDirectory("/nonexistent/dir", &error));
     EXPECT_EQ(ENOENT, error);
-    EXPECT_TRUE(VyrFileSink::SyncDirectory(Wx(dir.Path()), nullptr));
+    EXPECT_TRUE(VyrFileSink::SyncDirectory(dir.Path().c_str(), nullptr));
 }
 
 TEST(VyrFileFaults, UnarmedTheyOnlyCount) {
@@ -245,7 +245,7 @@ TEST(VyrFileFaults, OpenRenameAndDirectorySyncFailWithoutEffect) {
     int error = 0;
     EXPECT_FALSE(VyrFileSink::Rename(Wx(from), Wx(to), &error));
     EXPECT_EQ(EACCES, error);
-    EXPECT_FALSE(VyrFileSink::SyncDirectory(Wx(dir.Path()), &error));
+    EXPECT_FALSE(VyrFileSink::SyncDirectory(dir.Path().c_str(), &error));
     EXPECT_EQ("old", ReadBytes(to));
     EXPECT_EQ("new", ReadBytes(from));
     EXPECT_EQ(5, VyrFileFaults::Injected());
