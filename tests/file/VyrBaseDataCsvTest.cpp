@@ -343,3 +343,19 @@ TEST(VyrBaseDataCsvFaults, AnEmptyNameWritesOnlyItsSeparator) {
     EXPECT_EQ(wxString(";\r\n\r\n"), text);
     wxRemoveFile(path);
 }
+
+// A name that has no UTF-8 form (a code point beyond U+10FFFF) cannot be written as it is: the
+// export answers false rather than leave the name out of its file.
+TEST(VyrBaseDataCsv, ANameWithoutUtf8FormFailsTheExport) {
+    VyrFileFaults::Disarm();
+    VyrBaseData doc(nullptr);
+    VyrExperienceParam p(L"E");
+    wxString name = L"E";
+    name += static_cast<wchar_t>(0x110000);
+    doc.CreateExperience(p)->SetEntityName(name);
+    const wxString path = wxFileName::CreateTempFileName("vyrcsvsurrogate");
+    EXPECT_FALSE(doc.SaveAsCsvUTF8(path));
+    doc.FindExperienceByOid(doc.GetLastOid())->SetEntityName(L"E");
+    EXPECT_TRUE(doc.SaveAsCsvUTF8(path));
+    wxRemoveFile(path);
+}

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <locale.h>
 #include <random>
 #include <string>
@@ -11,7 +12,12 @@
 #include "FileTestSupport.h"
 #include "support/RecordingObserver.h"
 #include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrCompteRendu.h"
 #include "vyrbase/data/VyrExperience.h"
+#include "vyrbase/data/VyrGrilleEntity.h"
+#include "vyrbase/data/VyrImageRedyEntity.h"
+#include "vyrbase/data/VyrNote.h"
+#include "vyrbase/data/VyrOutilInterval.h"
 #include "vyrbase/data/VyrVecteur.h"
 
 using namespace filetest;
@@ -916,4 +922,129 @@ TEST(VyrBaseDataLoad, ALongTableReadsTheSameFromAFileAsFromMemory) {
     EXPECT_EQ(0, std::memcmp(a->GetVx()->GetArea(), b->GetVx()->GetArea(), count * sizeof(double)));
     EXPECT_EQ(976.0, a->GetVx()->GetVal(976));
     EXPECT_EQ(static_cast<double>((count - 1) % 977), a->GetVx()->GetVal(count - 1));
+}
+
+// Every record section: lines that come before its "oid" line have no record to go to and are
+// skipped, quoted texts with their continuation lines (which are never taken for keys), and so
+// are keys the section does not know; the record made by the "oid" line starts empty and the
+// next sections read as usual (a curve that keeps the vector of the vector case).
+TEST(VyrBaseDataLoad, LinesBeforeTheOidAndUnknownKeysAreSkippedInEverySection) {
+    struct Case {
+        const wchar_t* header;
+        int kind;
+        const wchar_t* early;  // known keys, before the oid line
+        std::function<void(VyrBaseData&, VyrEntity*)> check;
+    };
+    const wchar_t* const quoted = L"\"early\r\n\toid = 99\"\r\n";
+    const std::vector<Case> cases = {
+        {L"[courbe]", VYR_KIND_COURBE,
+         L"\txmin = 5\r\n\tdiagramme = 1\r\n\tlesdiagrammes = table 2 {\r\n\t0\t1\r\n\t}\r\n"
+         L"\tannotations = table 1 {\r\n\t7\r\n\t}\r\n\tcommentaire = ",
+         [](VyrBaseData& doc, VyrEntity* e) {
+             VyrCourbe* c = static_cast<VyrCourbe*>(e);
+             EXPECT_NE(5.0, c->GetScale().GetXmin());
+             EXPECT_EQ(0, c->GetNotesCount());
+             EXPECT_EQ(1, doc.GetDiagramCount());
+         }},
+        {L"[vecteur]", VYR_KIND_VECTEUR,
+         L"\tunit\u00e9 = 10\r\n\tvalidit\u00e9 = table 1 {\r\n\t1\r\n\t}\r\n\tnom = ",
+         [](VyrBaseData& doc, VyrEntity* e) {
+             EXPECT_TRUE(static_cast<VyrVecteur*>(e)->GetGrandeur().empty());
+             EXPECT_EQ(0u, doc.GetVectorUnitMap().count(40));
+         }},
+        {L"[cellules]", VYR_KIND_GRILLE, L"\tversion = 3\r\n\tname = ",
+         [](VyrBaseData&, VyrEntity* e) {
+             EXPECT_NE(3, static_cast<VyrGrilleEntity*>(e)->GetVersion());
+         }},
+        {L"[image_Redy]", VYR_KIND_IMAGE_REDY, L"\tposition = 2\r\n\tnom = ",
+         [](VyrBaseData&, VyrEntity* e) {
+             EXPECT_NE(2, static_cast<VyrImageRedyEntity*>(e)->GetPosition());
+         }},
+        {L"[Annotation]", VYR_KIND_NOTE, L"\tindex = 3\r\n\ttexte = ",
+         [](VyrBaseData&, VyrEntity* e) {
+             EXPECT_NE(3, static_cast<VyrNote*>(e)->GetPointIndex());
+             EXPECT_TRUE(static_cast<VyrNote*>(e)->GetText().empty());
+         }},
+        {L"[outil_Interval]", VYR_KIND_OUTIL_INTERVAL, L"\tx0 = 5\r\n\tetiq1 = ",
+         [](VyrBaseData&, VyrEntity* e) {
+             EXPECT_NE(5.0, static_cast<VyrOutilInterval*>(e)->GetX0());
+             EXPECT_TRUE(static_cast<VyrOutilInterval*>(e)->GetEtiq1().empty());
+         }},
+        {L"[compte_rendu]", VYR_KIND_COMPTE_RENDU, L"\trtf = ",
+         [](VyrBaseData&, VyrEntity* e) {
+             EXPECT_TRUE(static_cast<VyrCompteRendu*>(e)->GetRtf().empty());
+         }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(wxString(c.header).utf8_str().data());
+        const std::wstring text = std::wstring(c.header) + L"\r\n" + c.early + quoted +
+                                  L"\tinconnue = \"x\"\r\n\toid = 40\r\n" +
+                                  L"[courbe]\r\n\toid = 42\r\n\tvx = 40\r\n" +
+                                  L"[manipulation]\r\n\toid = 41\r\n\tnom = \"after\"\r\n" +
+                                  L"\tcourbes = table 1 {\r\n\t42\r\n\t}\r\n";
+        VyrBaseData doc(nullptr);
+        ASSERT_TRUE(doc.LoadFromMemory(Utf16File(text).data(), Utf16File(text).size()));
+        EXPECT_EQ(nullptr, doc.FindEntity(99));
+        ASSERT_TRUE(doc.FindExperienceByOid(41));
+        EXPECT_EQ(wxString(L"after"), doc.FindExperienceByOid(41)->GetEntityName());
+        VyrEntity* record = doc.FindEntity(40);
+        ASSERT_TRUE(record);
+        EXPECT_EQ(c.kind, record->GetKind());
+        EXPECT_FALSE(record->GetEntityName().StartsWith(L"early"));
+        c.check(doc, record);
+    }
+}
+
+// What is not a readable file of known length answers false: a directory (its read fails), a
+// pipe (its length cannot be known), a name that does not exist.
+TEST(VyrBaseDataLoad, ADirectoryAPipeOrNothingAnswersFalse) {
+    TempDir dir;
+    VyrBaseData doc(nullptr);
+    EXPECT_FALSE(doc.Load(Wx(dir.Path())));
+    EXPECT_FALSE(doc.Load(Wx(dir.File("missing.vyr"))));
+    int ends[2];
+    ASSERT_EQ(0, pipe(ends));
+    const std::string header = Utf16File(L"[manipulation]\r\n\toid = 1\r\n");
+    ASSERT_EQ(static_cast<ssize_t>(header.size()), write(ends[1], header.data(), header.size()));
+    // The write end stays open: opening the read end by name does not wait for a writer.
+    EXPECT_FALSE(doc.Load(wxString::Format("/proc/self/fd/%d", ends[0])));
+    close(ends[0]);
+    close(ends[1]);
+    EXPECT_EQ(0u, doc.GetEntityList().GetCount());
+}
+
+// A UTF-16 file with an odd last byte goes through the decoding copy instead of being read in
+// place: its surrogate pairs still make one character each.
+TEST(VyrBaseDataLoad, AnOddLastByteStillReadsSurrogatePairs) {
+    const std::wstring text =
+        L"[vecteur]\r\n\toid = 3\r\n\tnom = \"\U0001F600x\"\r\n\tpoints = table 1 {\r\n\t1\r\n"
+        L"\t}\r\n[courbe]\r\n\toid = 2\r\n\tvx = 3\r\n\tvy = 3\r\n"
+        L"[Fin\U0001F600]\r\n\tz = \"\U0001F600\"\r\n";
+    VyrBaseData even(nullptr), odd(nullptr);
+    ASSERT_TRUE(LoadBytes(even, Utf16File(text)));
+    ASSERT_TRUE(LoadBytes(odd, Utf16File(text) + "\x41"));
+    for (VyrBaseData* doc : {&even, &odd}) {
+        ASSERT_TRUE(XOf(*doc));
+        EXPECT_EQ(wxString(L"\U0001F600x"), XOf(*doc)->GetGrandeur());
+        ASSERT_EQ(1u, doc->GetUnknownSections().GetCount());
+        EXPECT_TRUE(
+            doc->GetUnknownSections()[0].StartsWith(L"[Fin\U0001F600]\n\tz = \"\U0001F600\""));
+    }
+    // The odd byte pairs with a zero: one more line, "A", at the end of the kept section.
+    EXPECT_EQ(even.GetUnknownSections()[0] + L"\r\nA", odd.GetUnknownSections()[0]);
+}
+
+// Kernel files state a length (a page) longer than what they give: what the read does not
+// reach reads as zeros, that is as the end of the text.
+TEST(VyrBaseDataLoad, AFileShorterThanItsStatedLengthEndsWhereItsBytesEnd) {
+    const char* path = "/sys/devices/system/cpu/online";
+    if (access(path, R_OK) != 0)
+        GTEST_SKIP() << path << " cannot be read here";
+    const std::string bytes = ReadBytes(path);
+    wxFile file(path);
+    ASSERT_GT(file.Length(), static_cast<wxFileOffset>(bytes.size()));
+    VyrBaseData fromFile(nullptr), fromBytes(nullptr);
+    EXPECT_TRUE(fromFile.Load(path));
+    ASSERT_TRUE(fromBytes.LoadFromMemory(bytes.data(), bytes.size()));
+    EXPECT_EQ(Summary(fromBytes), Summary(fromFile));
 }

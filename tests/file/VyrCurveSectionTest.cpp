@@ -263,3 +263,54 @@ TEST(VyrCurveSection, StyleAndWidthSurviveASaveAndLoad) {
     EXPECT_EQ(2, back->GetStyleLiaison());
     EXPECT_EQ(3, back->GetWidth());
 }
+
+// A curve's bounds start from the range its vectors' units carry ("ech_min", "ech_max"), unless
+// that range is empty; the curve's own "xmin".."ymax" lines, read later, win.
+TEST(VyrCurveSection, BoundsStartFromTheRangeOfTheVectorsUnits) {
+    auto load = [](VyrBaseData& doc, double unitMin, double unitMax, const std::wstring& lines) {
+        const std::wstring text =
+            L"[unit\u00e9]\r\n\toid = 10\r\n\tsymbole = \"V\"\r\n\tech_min = " +
+            std::to_wstring(unitMin) + L"\r\n\tech_max = " + std::to_wstring(unitMax) +
+            L"\r\n[vecteur]\r\n\toid = 3\r\n\tunit\u00e9 = 10\r\n\tpoints = table 2 {\r\n\t1\t2\r\n"
+            L"\t}\r\n[vecteur]\r\n\toid = 4\r\n\tunit\u00e9 = 10\r\n\tpoints = table 2 {\r\n\t3\t4"
+            L"\r\n\t}\r\n[courbe]\r\n\toid = 2\r\n\tvx = 3\r\n\tvy = 4\r\n" +
+            lines + L"[manipulation]\r\n\toid = 1\r\n\tcourbes = table 1 {\r\n\t2\r\n\t}\r\n";
+        const std::string bytes = Utf16File(text);
+        EXPECT_TRUE(doc.LoadFromMemory(bytes.data(), bytes.size()));
+        return doc.FindCourbeByOid(2);
+    };
+    VyrBaseData fromUnit(nullptr);
+    VyrCourbe* c = load(fromUnit, -2.0, 5.0, L"");
+    ASSERT_TRUE(c);
+    EXPECT_EQ(-2.0, c->GetScale().GetXmin());
+    EXPECT_EQ(5.0, c->GetScale().GetXmax());
+    EXPECT_EQ(-2.0, c->GetScale().GetYmin());
+    EXPECT_EQ(5.0, c->GetScale().GetYmax());
+
+    VyrBaseData emptyRange(nullptr);
+    VyrBaseData untouched(nullptr);
+    c = load(emptyRange, 3.0, 3.0, L"");
+    ASSERT_TRUE(c);
+    VyrCourbe reference(0, &untouched);
+    EXPECT_EQ(reference.GetScale().GetXmin(), c->GetScale().GetXmin());
+    EXPECT_EQ(reference.GetScale().GetYmax(), c->GetScale().GetYmax());
+
+    VyrBaseData ownLines(nullptr);
+    c = load(ownLines, -2.0, 5.0, L"\txmin = 0.5\r\n\tymax = 9\r\n");
+    ASSERT_TRUE(c);
+    EXPECT_EQ(0.5, c->GetScale().GetXmin());
+    EXPECT_EQ(5.0, c->GetScale().GetXmax());
+    EXPECT_EQ(-2.0, c->GetScale().GetYmin());
+    EXPECT_EQ(9.0, c->GetScale().GetYmax());
+}
+
+TEST(VyrCurveSection, UnclosedTablesRaiseTheStopFlag) {
+    for (const wchar_t* table : {L"\tannotations = table 2 {\r\n\t30\t31\r\n",
+                                 L"\tlesdiagrammes = table 2 {\r\n\t1\t1\r\n"}) {
+        SCOPED_TRACE(wxString(table).utf8_str().data());
+        VyrBaseData doc(nullptr);
+        bool stop = false;
+        ASSERT_TRUE(ReadCurve(doc, table, &stop));
+        EXPECT_TRUE(stop);
+    }
+}

@@ -108,6 +108,8 @@ TEST(VyrEncodeBase64, GetSizeEncode64LeavesRoomForBreaksAndTerminator) {
     EXPECT_EQ(VyrEncodeBase64::GetSizeEncode64(76, 58), 80 + 2 * (1 + 5));
     EXPECT_EQ(VyrEncodeBase64::GetSizeEncode64(4, 3), 4 + 2 * (1 + 5));
     EXPECT_EQ(VyrEncodeBase64::GetSizeEncode64(0, 3), 4 + 10);
+    // A negative length is sized as nothing.
+    EXPECT_EQ(VyrEncodeBase64::GetSizeEncode64(76, -12), 10);
     // Line size 4 is the worst case for breaks: the buffer must still hold them all.
     std::vector<unsigned char> in(300, 7);
     EXPECT_EQ(Encode(in, 4).size(), 400u + 200u);

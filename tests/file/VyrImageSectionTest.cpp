@@ -237,3 +237,19 @@ TEST_F(VyrImageSection, OlderPictureRecordIsReadByItsOwnReaderOnly) {
     EXPECT_EQ(file.FindEntity(21), nullptr);
     EXPECT_EQ(file.GetUnknownSections().GetCount(), 1u);
 }
+
+TEST_F(VyrImageSection, OlderPictureRecordSkipsLinesBeforeItsOidAndUnknownKeys) {
+    OldPictureReader doc;
+    VyrBaseDataTestAccess access(doc);
+    access.SetText(
+        L"\tindex = 4\r\n\tcurve = \"early\r\n\toid = 99\"\r\n\tautre = 1\r\n"
+        L"\toid = 21\r\n\tautre = 2\r\n\tposition = 6\r\n[suite]\r\n");
+    EXPECT_EQ(doc.ParseImage(), "[suite]");
+    EXPECT_EQ(doc.FindEntity(99), nullptr);
+    VyrEntity* e = doc.FindEntity(21);
+    ASSERT_NE(e, nullptr);
+    VyrImageEntity* old = static_cast<VyrImageEntity*>(e);
+    EXPECT_TRUE(old->GetCurve().empty());
+    EXPECT_NE(old->GetPointIndex(), 4);
+    EXPECT_EQ(old->GetPosition(), 6);
+}

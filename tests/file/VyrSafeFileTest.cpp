@@ -180,6 +180,14 @@ TEST(VyrSafeFile, ADirectoryOrADeviceIsNotReplaced) {
     EXPECT_EQ(VyrSafeFile::kStepCreate, empty.GetFailedStep());
 }
 
+TEST(VyrSafeFile, TheRootDirectoryIsNotReplaced) {
+    FaultsOff off;
+    VyrSafeFile root(L"/");
+    EXPECT_FALSE(root.Open());
+    EXPECT_EQ(VyrSafeFile::kStepCreate, root.GetFailedStep());
+    EXPECT_EQ(EISDIR, root.GetError());
+}
+
 TEST(VyrSafeFile, AMissingDirectoryFailsAtCreation) {
     FaultsOff off;
     VyrSafeFile file(L"/nonexistent/dir/doc.vyr");

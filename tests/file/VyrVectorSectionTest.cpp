@@ -133,3 +133,34 @@ TEST(VyrVectorSection, AnUnclosedTableRaisesTheStopFlagAndKeepsTheValuesRead) {
     ASSERT_TRUE(doc.FindEntity(9));
     EXPECT_EQ(2, static_cast<VyrVecteur*>(doc.FindEntity(9))->GetSize());
 }
+
+// The reader takes the values up to the closing "}", whatever count the line states, or none.
+TEST(VyrVectorSection, TheCountOnThePointsLineIsNotNeeded) {
+    for (const wchar_t* opening :
+         {L"\tpoints = {\r\n", L"\tpoints = table 99 {\r\n", L"\tpoints = table -4 {\r\n"}) {
+        SCOPED_TRACE(wxString(opening).utf8_str().data());
+        VyrBaseData doc(nullptr);
+        bool stop = false;
+        ReadWith(doc,
+                 L"[vecteur]\r\n\toid = 9\r\n" + std::wstring(opening) + L"\t1\t2,5\t3\r\n\t}\r\n",
+                 [&stop](VyrBaseDataTestAccess& a) { return a.ParseVector(&stop); });
+        EXPECT_FALSE(stop);
+        VyrVecteur* v = static_cast<VyrVecteur*>(doc.FindEntity(9));
+        ASSERT_TRUE(v);
+        ASSERT_EQ(3, v->GetSize());
+        EXPECT_EQ(2.5, v->GetVal(1));
+        EXPECT_EQ(3.0, v->GetVal(2));
+    }
+}
+
+TEST(VyrVectorSection, AnUnclosedValidityTableRaisesTheStopFlag) {
+    VyrBaseData doc(nullptr);
+    bool stop = false;
+    ReadWith(doc,
+             L"[vecteur]\r\n\toid = 9\r\n\tpoints = table 2 {\r\n\t1\t2\r\n\t}\r\n"
+             L"\tvalidit\u00e9 = table 1 {\r\n\t1\r\n",
+             [&stop](VyrBaseDataTestAccess& a) { return a.ParseVector(&stop); });
+    EXPECT_TRUE(stop);
+    ASSERT_TRUE(doc.FindEntity(9));
+    EXPECT_EQ(2, static_cast<VyrVecteur*>(doc.FindEntity(9))->GetSize());
+}
