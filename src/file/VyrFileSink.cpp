@@ -27,6 +27,18 @@ std::atomic<int> g_error{EIO};
 std::atomic<long> g_count{0};
 std::atomic<long> g_injected{0};
 
+// open(2) takes its mode through "...": a plain function can stand in the table.
+int RealOpen(const char* path, int flags, mode_t mode) {
+    return ::open(path, flags, mode);
+}
+
+const VyrFileFaults::SystemCalls kRealCalls = {&RealOpen, &::write, &::fsync, &::close};
+std::atomic<const VyrFileFaults::SystemCalls*> g_calls{&kRealCalls};
+
+const VyrFileFaults::SystemCalls& Calls() {
+    return *g_calls.load();
+}
+
 // Counts one operation and answers the errno it must fail with, or 0 to go on normally.
 int Injected(VyrFileFaults::Operation op) {
     if ((g_mask.load() & op) == 0)
@@ -92,11 +104,19 @@ long Injected() {
     return g_injected.load();
 }
 
+const SystemCalls& RealSystemCalls() {
+    return kRealCalls;
+}
+
+void SetSystemCalls(const SystemCalls* calls) {
+    g_calls = calls ? calls : &kRealCalls;
+}
+
 }  // namespace VyrFileFaults
 
 VyrFileSink::~VyrFileSink() {
     if (m_bOwned && m_iDescriptor >= 0)
-        ::close(m_iDescriptor);
+        Calls().closeFile(m_iDescriptor);
 }
 
 bool VyrFileSink::Fail(int error) {
@@ -111,8 +131,8 @@ bool VyrFileSink::Create(const wxString& path) {
     if (const int error = Injected(VyrFileFaults::kOpen))
         return Fail(error);
     wxCharBuffer name;
-    const int fd =
-        ::open(FileName(path, name), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kCreateMode);
+    const int fd = Calls().openFile(FileName(path, name), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC,
+                                    kCreateMode);
     if (fd < 0)
         return Fail(errno);
     m_iDescriptor = fd;
@@ -129,8 +149,8 @@ bool VyrFileSink::CreateUnique(const wxString& dir, const wxString& stem, wxStri
         const wxString candidate = dir + L"/" + stem + RandomSuffix();
         wxCharBuffer name;
         // O_EXCL: the name must be new, so nobody else's file is ever taken over.
-        const int fd =
-            ::open(FileName(candidate, name), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kCreateMode);
+        const int fd = Calls().openFile(FileName(candidate, name),
+                                        O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kCreateMode);
         if (fd >= 0) {
             m_iDescriptor = fd;
             m_bOwned = true;
@@ -150,7 +170,7 @@ bool VyrFileSink::OpenForSync(const wxString& path) {
     if (const int error = Injected(VyrFileFaults::kOpen))
         return Fail(error);
     wxCharBuffer name;
-    const int fd = ::open(FileName(path, name), O_RDONLY | O_CLOEXEC);
+    const int fd = Calls().openFile(FileName(path, name), O_RDONLY | O_CLOEXEC, 0);
     if (fd < 0)
         return Fail(errno);
     m_iDescriptor = fd;
@@ -172,12 +192,12 @@ bool VyrFileSink::Write(const void* data, size_t size) {
     if (const int error = Injected(VyrFileFaults::kWrite)) {
         // As a disk that fills up: part of the bytes go in, then the write stops short.
         if (m_iDescriptor >= 0 && size / 2 > 0)
-            (void)!::write(m_iDescriptor, bytes, size / 2);
+            (void)!Calls().writeFile(m_iDescriptor, bytes, size / 2);
         return Fail(error);
     }
     size_t done = 0;
     while (done < size) {
-        const ssize_t n = ::write(m_iDescriptor, bytes + done, size - done);
+        const ssize_t n = Calls().writeFile(m_iDescriptor, bytes + done, size - done);
         if (n < 0) {
             if (errno == EINTR)
                 continue;
@@ -193,7 +213,7 @@ bool VyrFileSink::Write(const void* data, size_t size) {
 bool VyrFileSink::Sync() {
     if (const int error = Injected(VyrFileFaults::kSync))
         return Fail(error);
-    while (::fsync(m_iDescriptor) != 0) {
+    while (Calls().syncFile(m_iDescriptor) != 0) {
         if (errno != EINTR)
             return Fail(errno);
     }
@@ -211,7 +231,7 @@ bool VyrFileSink::Close() {
         return true;
     const int error = Injected(VyrFileFaults::kClose);
     // Linux releases the descriptor even when close reports an error: never call it twice.
-    const int closed = ::close(fd);
+    const int closed = Calls().closeFile(fd);
     if (error)
         return Fail(error);
     if (closed != 0)
@@ -235,11 +255,11 @@ bool VyrFileSink::Rename(const wxString& from, const wxString& to, int* error) {
 bool VyrFileSink::SyncDirectory(const char* dir, int* error) {
     int failure = Injected(VyrFileFaults::kSyncDirectory);
     if (!failure) {
-        const int fd = ::open(dir, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        const int fd = Calls().openFile(dir, O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
         if (fd < 0) {
             failure = errno;
         } else {
-            while (::fsync(fd) != 0) {
+            while (Calls().syncFile(fd) != 0) {
                 // EINVAL: the file system cannot sync a directory; its renames are as durable
                 // as it makes them.
                 if (errno != EINTR) {
@@ -248,7 +268,7 @@ bool VyrFileSink::SyncDirectory(const char* dir, int* error) {
                     break;
                 }
             }
-            ::close(fd);
+            Calls().closeFile(fd);
         }
     }
     if (error)

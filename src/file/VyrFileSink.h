@@ -5,13 +5,16 @@
 //
 // VyrFileFaults is the tests' hook into it: armed, it makes the Nth operation (or the Nth and
 // every later one) fail as a full or failing disk would. Unarmed it only counts, so the library
-// carries it always at the cost of one comparison per call.
+// carries it always at the cost of one comparison per call. The tests can also put their own
+// system calls in place, to give the sink answers that real disks give only rarely.
 //
 // Internal to the library; exported only for the tests.
 #ifndef VYRBASE_FILE_VYRFILESINK_H
 #define VYRBASE_FILE_VYRFILESINK_H
 
 #include <cstddef>
+
+#include <sys/types.h>
 
 #include <wx/string.h>
 
@@ -91,6 +94,20 @@ VYRBASE_API void Disarm();
 VYRBASE_API long Count();
 // Operations that failed by injection since the last Arm or Disarm.
 VYRBASE_API long Injected();
+
+// The system calls behind the sink. Tests put their own in place to see how the sink meets what
+// a file system answers only rarely: an interrupted call, a write of nothing, a close or a
+// directory sync that reports an error, no free temporary name.
+struct SystemCalls {
+    int (*openFile)(const char* path, int flags, mode_t mode);
+    ssize_t (*writeFile)(int descriptor, const void* data, size_t size);
+    int (*syncFile)(int descriptor);
+    int (*closeFile)(int descriptor);
+};
+// The calls of the system itself.
+VYRBASE_API const SystemCalls& RealSystemCalls();
+// Makes the sink use `calls` (kept by the caller) from now on; null goes back to the real ones.
+VYRBASE_API void SetSystemCalls(const SystemCalls* calls);
 
 }  // namespace VyrFileFaults
 

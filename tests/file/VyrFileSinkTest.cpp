@@ -250,3 +250,162 @@ TEST(VyrFileFaults, OpenRenameAndDirectorySyncFailWithoutEffect) {
     EXPECT_EQ("new", ReadBytes(from));
     EXPECT_EQ(5, VyrFileFaults::Injected());
 }
+
+namespace {
+
+// Stand-ins for the system calls, each answering as a file system does only rarely.
+int g_interruptions = 0;  // calls left to answer EINTR before the real call is made
+int g_opens = 0;
+
+const VyrFileFaults::SystemCalls& Real() {
+    return VyrFileFaults::RealSystemCalls();
+}
+
+// Interrupted first, then short: three bytes at most per call.
+ssize_t InterruptedShortWrite(int fd, const void* data, size_t size) {
+    if (g_interruptions > 0) {
+        --g_interruptions;
+        errno = EINTR;
+        return -1;
+    }
+    return Real().writeFile(fd, data, size < 3 ? size : 3);
+}
+
+int InterruptedSync(int fd) {
+    if (g_interruptions > 0) {
+        --g_interruptions;
+        errno = EINTR;
+        return -1;
+    }
+    return Real().syncFile(fd);
+}
+
+ssize_t WriteOfNothing(int, const void*, size_t) {
+    return 0;
+}
+
+// Linux releases the descriptor even when close reports an error.
+int FailingClose(int fd) {
+    Real().closeFile(fd);
+    errno = EIO;
+    return -1;
+}
+
+int FailingSync(int) {
+    errno = EIO;
+    return -1;
+}
+
+int UnsupportedSync(int) {
+    errno = EINVAL;
+    return -1;
+}
+
+int TakenName(const char*, int, mode_t) {
+    ++g_opens;
+    errno = EEXIST;
+    return -1;
+}
+
+// Puts `calls` in place for the life of the object.
+class SystemCallsInPlace {
+public:
+    explicit SystemCallsInPlace(const VyrFileFaults::SystemCalls& calls) : m_calls(calls) {
+        VyrFileFaults::SetSystemCalls(&m_calls);
+    }
+    ~SystemCallsInPlace() { VyrFileFaults::SetSystemCalls(nullptr); }
+
+private:
+    VyrFileFaults::SystemCalls m_calls;
+};
+
+VyrFileFaults::SystemCalls With(ssize_t (*write)(int, const void*, size_t),
+                                int (*sync)(int) = nullptr, int (*close)(int) = nullptr,
+                                int (*open)(const char*, int, mode_t) = nullptr) {
+    VyrFileFaults::SystemCalls calls = Real();
+    if (write)
+        calls.writeFile = write;
+    if (sync)
+        calls.syncFile = sync;
+    if (close)
+        calls.closeFile = close;
+    if (open)
+        calls.openFile = open;
+    return calls;
+}
+
+}  // namespace
+
+TEST(VyrFileSinkSystemCalls, InterruptedAndShortCallsAreCarriedOnToTheEnd) {
+    FaultsOff off;
+    TempDir dir;
+    const std::string path = dir.File("out.bin");
+    SystemCallsInPlace calls(With(&InterruptedShortWrite, &InterruptedSync));
+    VyrFileSink sink;
+    ASSERT_TRUE(sink.Create(Wx(path)));
+    g_interruptions = 3;
+    EXPECT_TRUE(sink.Write("measured values", 15));
+    g_interruptions = 2;
+    EXPECT_TRUE(sink.Sync());
+    EXPECT_EQ(0, g_interruptions);
+    EXPECT_TRUE(sink.Close());
+    EXPECT_EQ("measured values", ReadBytes(path));
+    g_interruptions = 2;
+    EXPECT_TRUE(VyrFileSink::SyncDirectory(dir.Path().c_str(), nullptr));
+    EXPECT_EQ(0, g_interruptions);
+}
+
+TEST(VyrFileSinkSystemCalls, AWriteOfNothingIsAFullDisk) {
+    FaultsOff off;
+    TempDir dir;
+    SystemCallsInPlace calls(With(&WriteOfNothing));
+    VyrFileSink sink;
+    ASSERT_TRUE(sink.Create(Wx(dir.File("out.bin"))));
+    EXPECT_FALSE(sink.Write("abc", 3));
+    EXPECT_EQ(ENOSPC, sink.GetError());
+}
+
+TEST(VyrFileSinkSystemCalls, AFailingCloseReportsItsErrorAndReleasesTheDescriptor) {
+    FaultsOff off;
+    TempDir dir;
+    SystemCallsInPlace calls(With(nullptr, nullptr, &FailingClose));
+    const int descriptors = OpenDescriptors();
+    VyrFileSink sink;
+    ASSERT_TRUE(sink.Create(Wx(dir.File("out.bin"))));
+    ASSERT_TRUE(sink.Write("abc", 3));
+    EXPECT_FALSE(sink.Close());
+    EXPECT_EQ(EIO, sink.GetError());
+    EXPECT_FALSE(sink.IsOpen());
+    EXPECT_EQ(descriptors, OpenDescriptors());
+}
+
+TEST(VyrFileSinkSystemCalls, ADirectorySyncErrorFailsButAnUnsupportedOneCountsAsDone) {
+    FaultsOff off;
+    TempDir dir;
+    const int descriptors = OpenDescriptors();
+    int error = 0;
+    {
+        SystemCallsInPlace calls(With(nullptr, &FailingSync));
+        EXPECT_FALSE(VyrFileSink::SyncDirectory(dir.Path().c_str(), &error));
+        EXPECT_EQ(EIO, error);
+    }
+    {
+        SystemCallsInPlace calls(With(nullptr, &UnsupportedSync));
+        EXPECT_TRUE(VyrFileSink::SyncDirectory(dir.Path().c_str(), &error));
+        EXPECT_EQ(0, error);
+    }
+    EXPECT_EQ(descriptors, OpenDescriptors());
+}
+
+TEST(VyrFileSinkSystemCalls, CreateUniqueGivesUpAfterAHundredTakenNames) {
+    FaultsOff off;
+    TempDir dir;
+    SystemCallsInPlace calls(With(nullptr, nullptr, nullptr, &TakenName));
+    g_opens = 0;
+    VyrFileSink sink;
+    wxString path;
+    EXPECT_FALSE(sink.CreateUnique(Wx(dir.Path()), L".doc.tmp-", &path));
+    EXPECT_EQ(EEXIST, sink.GetError());
+    EXPECT_EQ(100, g_opens);
+    EXPECT_TRUE(path.empty());
+}
