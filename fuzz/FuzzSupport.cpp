@@ -1,11 +1,14 @@
 // Shared pieces of the fuzz targets.
 #include "FuzzSupport.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <set>
+#include <utility>
+#include <vector>
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -160,10 +163,15 @@ void DescribePhysio(Text& t, VyrPhysioRecord* r) {
 }  // namespace
 
 std::string Describe(VyrBaseData& doc, bool unknown) {
-    Text t;
+    // One line per entity, grouped by kind: the writer writes each kind in a section of its
+    // own, so a save keeps the order within a kind but not how the kinds were interleaved (an
+    // experiment made up for curves that had none comes last in the list, and after a save
+    // before the grid).
+    std::vector<std::pair<int, std::string>> lines;
     for (wxVyrListEntityNode* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext()) {
         VyrEntity* e = node->GetData();
         const int kind = e->GetKind();
+        Text t;
         t << "kind=" << kind << " oid=" << e->GetOid() << " name=" << e->GetEntityName();
         switch (kind) {
             case VYR_KIND_VECTEUR:
@@ -205,7 +213,13 @@ std::string Describe(VyrBaseData& doc, bool unknown) {
                     DescribePhysio(t, static_cast<VyrPhysioRecord*>(e));
         }
         t << "\n";
+        lines.emplace_back(kind, t.Get());
     }
+    std::stable_sort(lines.begin(), lines.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    Text t;
+    for (const auto& line : lines)
+        t << line.second.c_str();
     t << "diagrams=" << doc.GetDiagramCount() << " titles=" << OidOf(doc.GetDiagramTitle(0)) << ","
       << OidOf(doc.GetDiagramTitle(1)) << "\n";
     if (unknown)

@@ -39,10 +39,10 @@ private:
 // The document as Save writes it (empty when the save failed; `ok` receives Save's answer).
 std::string SaveToMemory(VyrBaseData& doc, bool* ok);
 
-// A text listing the document's entities in list order with their kind, oid and what each
-// carries (numbers bit for bit, texts as held, links by oid), the diagram titles and count, and
-// with `unknown` the unknown sections. Those are left out of round trips on purpose: a kept
-// section loses the line break after its header at every load ("[X]\r\n\tk" is kept as
+// A text listing the document's entities by kind, in list order within a kind, with their oid and
+// what each carries (numbers bit for bit, texts as held, links by oid), the diagram titles and
+// count, and with `unknown` the unknown sections. Those are left out of round trips on purpose: a
+// kept section loses the line break after its header at every load ("[X]\r\n\tk" is kept as
 // "[X]\n\tk", read back as "[X]\tk", then as "[X]k"), so it changes from one save to the next.
 std::string Describe(VyrBaseData& doc, bool unknown = true);
 
