@@ -62,7 +62,6 @@ VyrSafeFile::VyrSafeFile(const wxString& target)
 VyrSafeFile::~VyrSafeFile() {
     if (!m_bCommitted)
         Discard();
-    delete m_pSink;
 }
 
 bool VyrSafeFile::Failed(Step step, int error) {

@@ -241,9 +241,11 @@ TEST_F(VyrImageSection, OlderPictureRecordIsReadByItsOwnReaderOnly) {
 TEST_F(VyrImageSection, OlderPictureRecordSkipsLinesBeforeItsOidAndUnknownKeys) {
     OldPictureReader doc;
     VyrBaseDataTestAccess access(doc);
-    access.SetText(
+    // The tokenizer reads the text in place: it must outlive the reading.
+    const std::wstring section =
         L"\tindex = 4\r\n\tcurve = \"early\r\n\toid = 99\"\r\n\tautre = 1\r\n"
-        L"\toid = 21\r\n\tautre = 2\r\n\tposition = 6\r\n[suite]\r\n");
+        L"\toid = 21\r\n\tautre = 2\r\n\tposition = 6\r\n[suite]\r\n";
+    access.SetText(section);
     EXPECT_EQ(doc.ParseImage(), "[suite]");
     EXPECT_EQ(doc.FindEntity(99), nullptr);
     VyrEntity* e = doc.FindEntity(21);

@@ -19,6 +19,7 @@
 #define VYRBASE_FILE_VYRSAFEFILE_H
 
 #include <functional>
+#include <memory>
 
 #include <wx/string.h>
 
@@ -85,7 +86,9 @@ private:
     wxString m_sTarget;
     wxString m_sDirectory;
     wxString m_sTempPath;
-    VyrFileSink* m_pSink;
+    // Owned through a smart pointer so that a constructor that runs out of memory after making
+    // it does not leak it.
+    std::unique_ptr<VyrFileSink> m_pSink;
     bool m_bCommitted = false;
     Step m_eFailedStep = kStepNone;
     int m_iError = 0;
