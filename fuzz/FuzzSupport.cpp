@@ -257,6 +257,52 @@ bool IsWellFormed(VyrBaseData& doc) {
     return true;
 }
 
+bool TextsReadBackAsWritten(VyrBaseData& doc) {
+    auto plain = [](const wxString& text) { return text.find_first_of(L"\"\\") == wxString::npos; };
+    for (wxVyrListEntityNode* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext()) {
+        VyrEntity* e = node->GetData();
+        bool ok = true;
+        switch (e->GetKind()) {
+            case VYR_KIND_COURBE:
+            case VYR_KIND_IMAGE_REDY:
+                ok = plain(e->GetEntityName());
+                break;
+            case VYR_KIND_EXPERIENCE:
+                ok = plain(e->GetEntityName()) &&
+                     plain(static_cast<VyrExperience*>(e)->GetCommentaire());
+                break;
+            case VYR_KIND_NOTE:
+                ok = plain(static_cast<VyrNote*>(e)->GetText());
+                break;
+            case VYR_KIND_OUTIL_INTERVAL: {
+                VyrOutilInterval* o = static_cast<VyrOutilInterval*>(e);
+                ok = plain(o->GetEtiq1()) && plain(o->GetEtiq2()) && plain(o->GetAbs()) &&
+                     plain(o->GetOrd());
+                break;
+            }
+            case VYR_KIND_GRILLE:
+                ok = plain(static_cast<VyrGrilleEntity*>(e)->GetData());
+                break;
+            case VYR_KIND_COMPTE_RENDU: {
+                VyrCompteRendu* r = static_cast<VyrCompteRendu*>(e);
+                ok = plain(r->GetData()) && plain(r->GetRtf());
+                break;
+            }
+            default:
+                if (VyrPhysioRecord::GetKindTable(e->GetKind())) {
+                    VyrPhysioRecord* r = static_cast<VyrPhysioRecord*>(e);
+                    for (int i = 0; ok && i < r->GetFieldCount(); ++i)
+                        if (r->GetField(i).format == VYR_PHYSIO_TEXT ||
+                            r->GetField(i).format == VYR_PHYSIO_NAME)
+                            ok = plain(r->GetTextAt(i));
+                }
+        }
+        if (!ok)
+            return false;
+    }
+    return true;
+}
+
 void Check(bool condition, const char* what) {
     if (!condition) {
         std::fprintf(stderr, "vyrfuzz: check failed: %s\n", what);

@@ -232,7 +232,7 @@ bool VyrBaseData::ParseFileBytes(const unsigned char* bytes, size_t length, bool
         if (bodyLength % 2 == 0)
             return ParseUtf16Text(body, units, ownBuffer);
         std::unique_ptr<wchar_t[]> text(DecodeUtf16Le(body, bodyLength, units));
-        return text && ParseUnicodeText(text.get());
+        return text && ParseOwnText(text.get());
     }
     if (length >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF) {
         // Deliberate: big-endian text is refused, although IsUnicodeTextFile knows its mark.
@@ -261,7 +261,7 @@ bool VyrBaseData::ParseFileBytes(const unsigned char* bytes, size_t length, bool
     if (first != FirstLine::kHeader)
         return ParseFirstLineOnly(first == FirstLine::kLoneLine);
     std::unique_ptr<wchar_t[]> text(DecodeBytes(conv, start, size, count));
-    return text && ParseUnicodeText(text.get());
+    return text && ParseOwnText(text.get());
 }
 
 bool VyrBaseData::ParseFirstLineOnly(bool lone) {
@@ -363,6 +363,17 @@ bool VyrBaseData::ParseUnicodeText(wchar_t* text) {
         return false;
     m_tokenizer.SetText(text, std::wcslen(text));
     return ParseTokenizedText();
+}
+
+bool VyrBaseData::ParseOwnText(wchar_t* text) {
+    if (!text)
+        return false;
+    m_tokenizer.SetText(text, std::wcslen(text));
+    m_bReleaseConsumed = true;
+    m_iReleasedUnits = 0;
+    const bool result = ParseTokenizedText();
+    m_bReleaseConsumed = false;
+    return result;
 }
 
 bool VyrBaseData::ParseUtf16Text(const unsigned char* bytes, size_t units, bool releaseConsumed) {

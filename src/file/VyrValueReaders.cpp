@@ -35,24 +35,6 @@ bool VyrBaseData::ParseString(const wchar_t* line, wxString& value) {
     return ReadQuoted(line, value);
 }
 
-bool VyrBaseData::ReadQuoted(std::wstring_view line, wxString& value) {
-    value.clear();
-    const size_t eq = line.find(L'=');
-    if (eq == std::wstring_view::npos)
-        return false;
-    const size_t quote = line.find(L'"', eq + 1);
-    if (quote == std::wstring_view::npos)
-        return false;
-    bool closed = VyrReadText::ScanClosingQuote(line.substr(quote + 1), value);
-    // Kept: continuation lines are joined with "\r\n", so blank lines and leading tabs inside
-    // a value are lost and a tab inside it reads as a line break.
-    while (!closed && m_tokenizer.HasMoreTokens()) {
-        value.append(L"\r\n");
-        closed = VyrReadText::ScanClosingQuote(m_tokenizer.GetNextToken(), value);
-    }
-    return closed;
-}
-
 bool VyrBaseData::ParseTableDouble(VyrArrayDouble* values) {
     if (!values)
         return false;
@@ -85,19 +67,49 @@ void ReleasePages(const unsigned char* from, const unsigned char* to) {
 #endif
 }
 
+// With `release`, gives back the text's pages from the units given back so far up to `upTo`,
+// once a step's worth lies behind: the reader never goes back to text it has passed.
+void ReleaseBehind(const VyrLineTokenizer& tokenizer, bool release, size_t& released, size_t upTo) {
+    if (!release || upTo < released || upTo - released < kReleaseStep)
+        return;
+    const unsigned char* base =
+        tokenizer.IsUtf16() ? tokenizer.GetUtf16Bytes()
+                            : reinterpret_cast<const unsigned char*>(tokenizer.GetWideText());
+    const size_t unit = tokenizer.IsUtf16() ? 2 : sizeof(wchar_t);
+    ReleasePages(base + unit * released, base + unit * upTo);
+    released = upTo;
+}
+
+// Appends `text` to `list` and answers the new item. When the list is full it grows by moving
+// its strings over (swapped, not copied; the toolkit's own growth copies every one), so that a
+// document of many large unknown sections never holds two copies of them.
+wxString& AppendMovingOnGrowth(wxArrayString& list, const wxString& text) {
+    const size_t count = list.GetCount();
+    if (count == list.capacity()) {
+        wxArrayString grown;
+        grown.Alloc(std::max<size_t>(16, 2 * count));
+        for (size_t i = 0; i < count; ++i) {
+            grown.Add(wxString());
+            grown.Last().swap(list[i]);
+        }
+        list.swap(grown);
+    }
+    list.Add(text);
+    return list.Last();
+}
+
 // Takes the tokens of a table of reals up to its closing "}" (true) or the end of the text
 // (false), calling add(value) for each other token, one number per token, as ReadDouble of the
 // token's text. The token is narrowed straight from the text (a unit beyond ASCII ends a
 // number where the wide conversion would end it); a token too long for the buffer is decoded
-// and converted as wide text. With `release`, the pages of UTF-16 text behind the reader go
+// and converted as wide text. With `release`, the pages of text behind the reader go
 // back to the system as it goes, from `released` (the units given back so far, over the whole
 // text: a document of many small tables gives its text back too) up to the current token.
-// Nothing reads that text again: the lines that readers hold are copies (VyrLineTokenizer
-// decodes UTF-16 into buffers of its own) and unknown sections are copied from what lies
-// after their header.
+// Nothing reads that text again: a reader is done with its key line before the values that
+// follow it are read (over UTF-16 the line is even a copy, decoded into a buffer of the
+// tokenizer's own), and unknown sections are copied from what lies after their header.
 template <class Add>
 bool ReadTableValues(VyrLineTokenizer& tokenizer, bool release, size_t& released, Add add) {
-    release = release && tokenizer.IsUtf16();
     char narrow[256];
     for (;;) {
         const size_t length = tokenizer.NextTokenAscii(narrow, sizeof narrow);
@@ -112,12 +124,7 @@ bool ReadTableValues(VyrLineTokenizer& tokenizer, bool release, size_t& released
             tokenizer.AppendRange(wide, tokenizer.GetTokenStart(), tokenizer.GetTokenEnd());
             add(VyrNumberText::ReadDouble(std::wstring_view(wide)));
         }
-        const size_t start = tokenizer.GetTokenStart();
-        if (release && start - released >= kReleaseStep) {
-            const unsigned char* bytes = tokenizer.GetUtf16Bytes();
-            ReleasePages(bytes + 2 * released, bytes + 2 * start);
-            released = start;
-        }
+        ReleaseBehind(tokenizer, release, released, tokenizer.GetTokenStart());
     }
 }
 
@@ -145,6 +152,27 @@ void StoreValues(VyrVecteur* vector, const double* values, size_t size) {
 }
 
 }  // namespace
+
+bool VyrBaseData::ReadQuoted(std::wstring_view line, wxString& value) {
+    value.clear();
+    const size_t eq = line.find(L'=');
+    if (eq == std::wstring_view::npos)
+        return false;
+    const size_t quote = line.find(L'"', eq + 1);
+    if (quote == std::wstring_view::npos)
+        return false;
+    bool closed = VyrReadText::ScanClosingQuote(line.substr(quote + 1), value);
+    // Kept: continuation lines are joined with "\r\n", so blank lines and leading tabs inside
+    // a value are lost and a tab inside it reads as a line break.
+    while (!closed && m_tokenizer.HasMoreTokens()) {
+        value.append(L"\r\n");
+        closed = VyrReadText::ScanClosingQuote(m_tokenizer.GetNextToken(), value);
+        // A value of many lines is a copy: the text it came from can go.
+        ReleaseBehind(m_tokenizer, m_bReleaseConsumed, m_iReleasedUnits,
+                      m_tokenizer.GetTokenStart());
+    }
+    return closed;
+}
 
 bool VyrBaseData::ReadTableDouble(std::vector<double>& values) {
     values.clear();
@@ -297,9 +325,24 @@ wxString VyrBaseData::ParseInconnu(const wxString& header, wchar_t* /*text*/, bo
         !VyrLineTokenizer::IsSeparator(m_tokenizer.UnitAt(length - 1)))
         end = position;
     if (start != 0 && end > start) {
-        std::wstring span;
-        m_tokenizer.AppendRange(span, static_cast<size_t>(start), static_cast<size_t>(end));
-        m_asUnknownSections.Add(header + wxString(span.data(), span.size()));
+        // Built in its place in the list, in steps, with the text behind each step given back:
+        // a section of any size costs its own copy and little more.
+        const size_t last = static_cast<size_t>(end);
+        wxString& section = AppendMovingOnGrowth(m_asUnknownSections, header);
+        section.reserve(header.length() + (last - static_cast<size_t>(start)));
+        std::wstring piece;
+        for (size_t from = static_cast<size_t>(start); from < last;) {
+            size_t to = last - from > kReleaseStep ? from + kReleaseStep : last;
+            // A surrogate pair of UTF-16 text stays in one step, to make one character.
+            if (to < last && m_tokenizer.IsUtf16() && m_tokenizer.UnitAt(to - 1) >= 0xD800 &&
+                m_tokenizer.UnitAt(to - 1) <= 0xDBFF)
+                ++to;
+            piece.clear();
+            m_tokenizer.AppendRange(piece, from, to);
+            section.append(piece.data(), piece.size());
+            ReleaseBehind(m_tokenizer, m_bReleaseConsumed, m_iReleasedUnits, to);
+            from = to;
+        }
     }
     return next;
 }

@@ -1048,3 +1048,43 @@ TEST(VyrBaseDataLoad, AFileShorterThanItsStatedLengthEndsWhereItsBytesEnd) {
     ASSERT_TRUE(fromBytes.LoadFromMemory(bytes.data(), bytes.size()));
     EXPECT_EQ(Summary(fromBytes), Summary(fromFile));
 }
+
+// A UTF-8 file is decoded into a text of the load's own, whose pages go back to the system
+// behind the reader: past a long table, through a value of many lines and across many large
+// unknown sections. What it reads is what the same text in UTF-16, read from memory (where
+// nothing is given back), gives.
+TEST(VyrBaseDataLoad, TextGivenBackBehindTheReaderReadsTheSameInEveryEncoding) {
+    std::wstring text =
+        L"[vecteur]\r\n\toid = 3\r\n\tnom = \"x\"\r\n\tpoints = table 2000000 {\r\n\t";
+    for (int i = 0; i < 2000000; ++i)
+        text += std::to_wstring(i % 1013) + ((i + 1) % 4 == 0 ? L"\r\n\t" : L"\t");
+    text += L"\r\n\t}\r\n[courbe]\r\n\toid = 2\r\n\tvx = 3\r\n\tvy = 3\r\n\tcommentaire = \"first";
+    for (int i = 0; i < 40000; ++i)
+        text += L"\r\n\tline " + std::to_wstring(i) + L" of a comment longer than a step of text";
+    text += L"\"\r\n";
+    for (int k = 0; k < 40; ++k) {
+        text += L"[Kept" + std::to_wstring(k) + L"]\r\n";
+        for (int i = 0; i < 3000; ++i)
+            text += L"\tk" + std::to_wstring(i) + L" = \"\u00e9t\u00e9 " + std::to_wstring(k) +
+                    L"\"\r\n";
+    }
+    text +=
+        L"[manipulation]\r\n\toid = 1\r\n\tnom = \"E\"\r\n\tcourbes = table 1 {\r\n\t2\r\n\t}\r\n";
+    VyrBaseData fromUtf8(nullptr), fromUtf16(nullptr);
+    // The mark makes it UTF-8 (there is no unit section to tell).
+    ASSERT_TRUE(LoadBytes(fromUtf8, "\xEF\xBB\xBF" + Utf8(text)));
+    const std::string utf16 = Utf16File(text);
+    ASSERT_TRUE(fromUtf16.LoadFromMemory(utf16.data(), utf16.size()));
+    EXPECT_EQ(40u, fromUtf8.GetUnknownSections().GetCount());
+    EXPECT_TRUE(Summary(fromUtf16) == Summary(fromUtf8));
+    VyrCourbe* a = fromUtf8.FindCourbeByOid(2);
+    VyrCourbe* b = fromUtf16.FindCourbeByOid(2);
+    ASSERT_TRUE(a && b && a->GetVx() && b->GetVx());
+    EXPECT_TRUE(a->GetText() == b->GetText());
+    EXPECT_TRUE(a->GetText().EndsWith(L"line 39999 of a comment longer than a step of text"));
+    ASSERT_EQ(2000000, a->GetVx()->GetSize());
+    EXPECT_EQ(0,
+              std::memcmp(a->GetVx()->GetArea(), b->GetVx()->GetArea(), 2000000 * sizeof(double)));
+    EXPECT_EQ(static_cast<double>(1999999 % 1013), a->GetVx()->GetVal(1999999));
+    EXPECT_EQ(wxString(L"E"), fromUtf8.FindExperienceByOid(1)->GetEntityName());
+}

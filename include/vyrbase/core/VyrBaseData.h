@@ -401,6 +401,9 @@ private:
     // behind the reader, and a document of millions of points does not hold the whole file
     // and its own values at once.
     bool ParseUtf16Text(const unsigned char* bytes, size_t units, bool releaseConsumed);
+    // ParseUnicodeText of a text the load decoded for itself (UTF-8, ISO-8859-1, odd-length
+    // UTF-16): nobody else reads it, so the pages the reader has passed go back to the system.
+    bool ParseOwnText(wchar_t* text);
     // Hands the section of `header` to its reader (an unknown header to ParseInconnu) and
     // answers the next header; notes when an experiment section was met.
     wxString ReadSection(const wxString& header, bool* stop, bool* experienceSeen);
@@ -426,7 +429,8 @@ private:
     VyrIntToStringMap m_mapNoteCurve;
     // The reader's line tokenizer over the text being loaded (views into it, no copies).
     VyrLineTokenizer m_tokenizer;
-    // Set while ParseUtf16Text may hand the pages behind the reader back to the system.
+    // Set while the reader may hand the pages of text behind it back to the system (a large
+    // table of values, a value of many lines, an unknown section).
     bool m_bReleaseConsumed = false;
     // The units of that text given back so far (from its start).
     size_t m_iReleasedUnits = 0;

@@ -54,6 +54,8 @@ public:
     bool IsUtf16() const { return m_pBytes != nullptr; }
     // The UTF-16 bytes (null for wide text).
     const unsigned char* GetUtf16Bytes() const { return m_pBytes; }
+    // The wide text (null for UTF-16 bytes).
+    const wchar_t* GetWideText() const { return m_pWide; }
     // The unit at index i (below GetLength): a character, or one 16-bit unit.
     unsigned long UnitAt(size_t i) const {
         return m_pBytes ? (m_pBytes[2 * i] | (static_cast<unsigned>(m_pBytes[2 * i + 1]) << 8))
