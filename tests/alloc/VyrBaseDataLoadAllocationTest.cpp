@@ -80,6 +80,8 @@ std::vector<Input> Inputs() {
         {"one-line tables", ReadFile(seeds + "one_line_table")},
         {"unknown sections", ReadFile(seeds + "unknown_sections")},
         {"physiology record", ReadFile(seeds + "physio")},
+        // An odd last byte: the UTF-16 text is decoded into a copy instead of read in place.
+        {"odd-length UTF-16", ReadFile(seeds + "oscillation_utf16") + "A"},
     };
 }
 

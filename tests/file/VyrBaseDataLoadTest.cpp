@@ -1088,3 +1088,21 @@ TEST(VyrBaseDataLoad, TextGivenBackBehindTheReaderReadsTheSameInEveryEncoding) {
     EXPECT_EQ(static_cast<double>(1999999 % 1013), a->GetVx()->GetVal(1999999));
     EXPECT_EQ(wxString(L"E"), fromUtf8.FindExperienceByOid(1)->GetEntityName());
 }
+
+// An unknown section is copied a step of 2^20 units at a time; a surrogate pair that a step
+// would cut stays whole (one character), wherever it falls.
+TEST(VyrBaseDataLoad, ASurrogatePairAcrossTheCopyingStepsOfAnUnknownSectionStaysWhole) {
+    // The kept text starts at unit 4 (the "\n" after "[K]\r"), the pair at unit 5 + before:
+    // with before = step - 2 its first unit is the last of the first step.
+    const size_t step = size_t(1) << 20;
+    for (size_t before : {step - 2, step - 1, step}) {
+        SCOPED_TRACE(before);
+        const std::wstring body = L"\tk" + std::wstring(before - 2, L'a') + L"\U0001F600z";
+        const std::string bytes = Utf16File(L"[K]\r\n" + body + L"\r\n");
+        VyrBaseData doc(nullptr);
+        ASSERT_TRUE(doc.LoadFromMemory(bytes.data(), bytes.size()));
+        ASSERT_EQ(1u, doc.GetUnknownSections().GetCount());
+        // Kept from the header's second separator on, without the last line's separator.
+        EXPECT_TRUE(doc.GetUnknownSections()[0] == wxString(L"[K]\n") + wxString(body));
+    }
+}
