@@ -257,13 +257,15 @@ bool IsWellFormed(VyrBaseData& doc) {
     return true;
 }
 
-bool TextsReadBackAsWritten(VyrBaseData& doc) {
+bool ReadsBackAsWritten(VyrBaseData& doc) {
     auto plain = [](const wxString& text) { return text.find_first_of(L"\"\\") == wxString::npos; };
     for (wxVyrListEntityNode* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext()) {
         VyrEntity* e = node->GetData();
         bool ok = true;
         switch (e->GetKind()) {
             case VYR_KIND_COURBE:
+                ok = plain(e->GetEntityName()) && static_cast<VyrCourbe*>(e)->GetWidth() <= 5;
+                break;
             case VYR_KIND_IMAGE_REDY:
                 ok = plain(e->GetEntityName());
                 break;

@@ -54,11 +54,13 @@ std::string Describe(VyrBaseData& doc, bool unknown = true);
 // trips are not stable and are checked only for crashes.
 bool IsWellFormed(VyrBaseData& doc);
 
-// True when no text that the writer puts between quotes without escaping (curve, experiment and
-// picture names, descriptions, note texts, tool labels, grid data, report texts, record texts)
-// holds a double quote or a backslash. The reader takes those for the end of the text or for
-// an escape, so such a text reads back as something else (kept: the format writes them so).
-bool TextsReadBackAsWritten(VyrBaseData& doc);
+// True when the writer's output reads back as the document: no text that the writer puts
+// between quotes without escaping (curve, experiment and picture names, descriptions, note
+// texts, tool labels, grid data, report texts, record texts) holds a double quote or a
+// backslash, which the reader takes for the end of the text or for an escape; and no curve is
+// wider than 5, whose width field (twice the width less 2) goes out in hexadecimal and comes
+// back in decimal. Both are kept: the format writes them so.
+bool ReadsBackAsWritten(VyrBaseData& doc);
 
 // Stops the run with a message when `condition` is false.
 void Check(bool condition, const char* what);
