@@ -259,6 +259,15 @@ bool IsWellFormed(VyrBaseData& doc) {
 
 bool ReadsBackAsWritten(VyrBaseData& doc) {
     auto plain = [](const wxString& text) { return text.find_first_of(L"\"\\") == wxString::npos; };
+    // Notes go back to curves by the curve's name and its experiment's name.
+    std::set<wxString> curveKeys;
+    for (wxVyrListEntityNode* node = doc.GetFirstCourbeNode(); node;) {
+        VyrCourbe* c = doc.GetNextCourbe(&node);
+        VyrExperience* e = doc.FindExperienceFromCourbe(c);
+        if (!curveKeys.insert(c->GetEntityName() + L"\n" + (e ? e->GetEntityName() : wxString()))
+                 .second)
+            return false;
+    }
     for (wxVyrListEntityNode* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext()) {
         VyrEntity* e = node->GetData();
         bool ok = true;

@@ -59,7 +59,9 @@ bool IsWellFormed(VyrBaseData& doc);
 // texts, tool labels, grid data, report texts, record texts) holds a double quote or a
 // backslash, which the reader takes for the end of the text or for an escape; and no curve is
 // wider than 5, whose width field (twice the width less 2) goes out in hexadecimal and comes
-// back in decimal. Both are kept: the format writes them so.
+// back in decimal; and no two curves of one experiment share a name, as a curve that no
+// "annotations" table gives notes takes the notes written for its name (another curve's,
+// which then change hands at every load). All kept: the format works so.
 bool ReadsBackAsWritten(VyrBaseData& doc);
 
 // Stops the run with a message when `condition` is false.
