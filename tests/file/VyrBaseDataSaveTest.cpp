@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 
@@ -413,6 +414,7 @@ TEST(VyrBaseDataSave, SaveSafelyKeepsThePreviousFileWhateverOperationFails) {
         if (kind == VyrFileFaults::kWrite) {
             EXPECT_GE(count, 10) << "one write per section at least";
         }
+        std::printf("operations of kind %u in one save: %ld\n", kind, count);
         for (bool persistent : {false, true}) {
             for (long n = 1; n <= count; ++n) {
                 SCOPED_TRACE(testing::Message() << "kind " << kind << " operation " << n
@@ -442,6 +444,7 @@ TEST(VyrBaseDataSave, SaveSafelyKeepsThePreviousFileWhateverOperationFails) {
         }
     }
     EXPECT_GT(failures, 20);
+    std::printf("failed saves, each leaving the previous file: %d\n", failures);
 }
 
 // The same, without injection: the file system itself fills up.
