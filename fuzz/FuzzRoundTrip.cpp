@@ -37,7 +37,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (!vyrfuzz::IsWellFormed(second) || !vyrfuzz::ReadsBackAsWritten(second) ||
         !first.GetUnknownSections().IsEmpty() || !second.GetUnknownSections().IsEmpty())
         return 0;
-    vyrfuzz::CheckSame(vyrfuzz::Describe(second, false), vyrfuzz::Describe(third, false),
+    vyrfuzz::CheckSame(vyrfuzz::Describe(second, false, false),
+                       vyrfuzz::Describe(third, false, false),
                        "a second save and load gives the same document");
     return 0;
 }

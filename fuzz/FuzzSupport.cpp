@@ -162,7 +162,7 @@ void DescribePhysio(Text& t, VyrPhysioRecord* r) {
 
 }  // namespace
 
-std::string Describe(VyrBaseData& doc, bool unknown) {
+std::string Describe(VyrBaseData& doc, bool unknown, bool noteNames) {
     // One line per entity, grouped by kind: the writer writes each kind in a section of its
     // own, so a save keeps the order within a kind but not how the kinds were interleaved (an
     // experiment made up for curves that had none comes last in the list, and after a save
@@ -172,7 +172,9 @@ std::string Describe(VyrBaseData& doc, bool unknown) {
         VyrEntity* e = node->GetData();
         const int kind = e->GetKind();
         Text t;
-        t << "kind=" << kind << " oid=" << e->GetOid() << " name=" << e->GetEntityName();
+        t << "kind=" << kind << " oid=" << e->GetOid();
+        if (kind != VYR_KIND_NOTE || noteNames)
+            t << " name=" << e->GetEntityName();
         switch (kind) {
             case VYR_KIND_VECTEUR:
                 DescribeVector(t, static_cast<VyrVecteur*>(e));

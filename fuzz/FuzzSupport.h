@@ -44,7 +44,9 @@ std::string SaveToMemory(VyrBaseData& doc, bool* ok);
 // count, and with `unknown` the unknown sections. Those are left out of round trips on purpose: a
 // kept section loses the line break after its header at every load ("[X]\r\n\tk" is kept as
 // "[X]\n\tk", read back as "[X]\tk", then as "[X]k"), so it changes from one save to the next.
-std::string Describe(VyrBaseData& doc, bool unknown = true);
+// With `noteNames`, the notes' names: the file does not keep them (the writer makes a note's
+// name from its curve and point), so round trips leave them out.
+std::string Describe(VyrBaseData& doc, bool unknown = true, bool noteNames = true);
 
 // True when the document is one the library's own operations could have built: every oid
 // unique, every curve held by an experiment, every note by a curve or a diagram title. Files can
