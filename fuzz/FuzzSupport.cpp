@@ -274,9 +274,13 @@ bool ReadsBackAsWritten(VyrBaseData& doc) {
         VyrEntity* e = node->GetData();
         bool ok = true;
         switch (e->GetKind()) {
-            case VYR_KIND_COURBE:
-                ok = plain(e->GetEntityName()) && static_cast<VyrCourbe*>(e)->GetWidth() <= 5;
+            case VYR_KIND_COURBE: {
+                VyrCourbe* c = static_cast<VyrCourbe*>(e);
+                ok = plain(e->GetEntityName()) && c->GetWidth() >= 1 && c->GetWidth() <= 5 &&
+                     c->GetStylePoint() >= 0 && c->GetStylePoint() <= 15 &&
+                     c->GetStyleLiaison() >= 0 && c->GetStyleLiaison() <= 15;
                 break;
+            }
             case VYR_KIND_IMAGE_REDY:
                 ok = plain(e->GetEntityName());
                 break;

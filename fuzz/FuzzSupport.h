@@ -59,11 +59,12 @@ bool IsWellFormed(VyrBaseData& doc);
 // True when the writer's output reads back as the document: no text that the writer puts
 // between quotes without escaping (curve, experiment and picture names, descriptions, note
 // texts, tool labels, grid data, report texts, record texts) holds a double quote or a
-// backslash, which the reader takes for the end of the text or for an escape; and no curve is
-// wider than 5, whose width field (twice the width less 2) goes out in hexadecimal and comes
-// back in decimal; and no two curves of one experiment share a name, as a curve that no
-// "annotations" table gives notes takes the notes written for its name (another curve's,
-// which then change hands at every load). All kept: the format works so.
+// backslash, which the reader takes for the end of the text or for an escape; every curve's
+// point and line styles are one hexadecimal digit (0 to 15) and its width 1 to 5, as the style
+// fields are read at fixed character positions and the width field (twice the width less 2)
+// goes out in hexadecimal and comes back in decimal; and no two curves of one experiment share a
+// name, as a curve that no "annotations" table gives notes takes the notes written for its name
+// (another curve's, which then change hands at every load). All kept: the format works so.
 bool ReadsBackAsWritten(VyrBaseData& doc);
 
 // Stops the run with a message when `condition` is false.
