@@ -251,12 +251,17 @@ bool IsWellFormed(VyrBaseData& doc) {
                  n = n->GetNext())
                 held.insert(n->GetData());
     }
+    // The writer writes the document's one report and one grid: a file can hold more.
+    int reports = 0;
+    int grids = 0;
     for (wxVyrListEntityNode* node = doc.GetEntityList().GetFirst(); node; node = node->GetNext()) {
         const int kind = node->GetData()->GetKind();
         if ((kind == VYR_KIND_COURBE || kind == VYR_KIND_NOTE) && !held.count(node->GetData()))
             return false;
+        reports += kind == VYR_KIND_COMPTE_RENDU;
+        grids += kind == VYR_KIND_GRILLE;
     }
-    return true;
+    return reports <= 1 && grids <= 1;
 }
 
 bool ReadsBackAsWritten(VyrBaseData& doc) {

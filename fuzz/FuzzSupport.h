@@ -49,11 +49,12 @@ std::string SaveToMemory(VyrBaseData& doc, bool* ok);
 std::string Describe(VyrBaseData& doc, bool unknown = true, bool noteNames = true);
 
 // True when the document is one the library's own operations could have built: every oid
-// unique, every curve held by an experiment, every note by a curve or a diagram title. Files can
-// state anything else (two entities of one oid, a curve no experiment lists, a note naming no
-// curve); the writer's output for those is kept as it is (a curve
-// without an experiment is written without its vectors, colour and diagrams), so their round
-// trips are not stable and are checked only for crashes.
+// unique, every curve held by an experiment, every note by a curve or a diagram title, one
+// report and one grid at most (the writer writes the document's one of each). Files can state
+// anything else (two entities of one oid, a curve no experiment lists, a note naming no curve);
+// the writer's output for those is kept as it is (a curve without an experiment is written
+// without its vectors, colour and diagrams), so their round trips are not stable and are
+// checked only for crashes.
 bool IsWellFormed(VyrBaseData& doc);
 
 // True when the writer's output reads back as the document: no text that the writer puts
