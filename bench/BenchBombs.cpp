@@ -12,26 +12,13 @@
 
 #include <unistd.h>
 
+#include "BenchMemory.h"
 #include "vyrbase/VyrBase.h"
 
 namespace {
 
-long StatusBytes(const char* key) {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    const size_t n = std::char_traits<char>::length(key);
-    while (std::getline(status, line))
-        if (line.compare(0, n, key) == 0)
-            return std::stol(line.substr(n + 1)) * 1024;
-    return -1;
-}
-
-bool ResetPeak() {
-    std::ofstream clear("/proc/self/clear_refs");
-    clear << "5";
-    clear.close();
-    return static_cast<bool>(clear);
-}
+using vyrbench::ResetPeak;
+using vyrbench::StatusBytes;
 
 std::string Utf16(const std::wstring& text) {
     std::string bytes("\xFF\xFE", 2);

@@ -26,6 +26,7 @@
 
 #include <wx/filefn.h>
 
+#include "BenchMemory.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrBitMask.h"
 #include "vyrbase/data/VyrCourbe.h"
@@ -35,6 +36,9 @@
 #include "vyrbase/data/VyrVecteur.h"
 
 namespace {
+
+using vyrbench::ResetPeak;
+using vyrbench::StatusBytes;
 
 // Fills `doc` with `curves` curves of `points` points: X a time base, Y a noisy signal whose
 // "%g" text has the usual six significant digits.
@@ -89,25 +93,6 @@ std::string TempPath(const char* name) {
 long FileSize(const std::string& path) {
     std::ifstream in(path, std::ios::binary | std::ios::ate);
     return static_cast<long>(in.tellg());
-}
-
-// A value of /proc/self/status (VmHWM: peak resident set, VmRSS: resident set), in bytes.
-long StatusBytes(const char* key) {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    const size_t n = std::char_traits<char>::length(key);
-    while (std::getline(status, line))
-        if (line.compare(0, n, key) == 0)
-            return std::stol(line.substr(n + 1)) * 1024;
-    return -1;
-}
-
-// Resets the peak resident set to the current one; false where the kernel does not allow it.
-bool ResetPeak() {
-    std::ofstream clear("/proc/self/clear_refs");
-    clear << "5";
-    clear.close();
-    return static_cast<bool>(clear);
 }
 
 void SetFileCounters(benchmark::State& state, long fileSize, int64_t numbers) {

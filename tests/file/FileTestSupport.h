@@ -12,6 +12,7 @@
 #include <vector>
 
 #include <dirent.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <wx/file.h>
@@ -91,6 +92,12 @@ inline std::string SampleFile(const std::string& name) {
 inline void WriteBytes(const std::string& path, const std::string& bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+// The permission bits of a file (its mode less the type), or -1 when it cannot be looked at.
+inline int PermissionBits(const std::string& path) {
+    struct stat info;
+    return stat(path.c_str(), &info) == 0 ? static_cast<int>(info.st_mode & 07777) : -1;
 }
 
 inline std::string ReadBytes(const std::string& path) {
