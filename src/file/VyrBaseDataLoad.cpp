@@ -362,32 +362,36 @@ bool VyrBaseData::ParseUnicodeText(wchar_t* text) {
     if (!text)
         return false;
     m_tokenizer.SetText(text, std::wcslen(text));
-    return ParseTokenizedText();
+    return ParseTokenizedText(false);
 }
 
 bool VyrBaseData::ParseOwnText(wchar_t* text) {
     if (!text)
         return false;
     m_tokenizer.SetText(text, std::wcslen(text));
-    m_bReleaseConsumed = true;
-    m_iReleasedUnits = 0;
-    const bool result = ParseTokenizedText();
-    m_bReleaseConsumed = false;
-    return result;
+    return ParseTokenizedText(true);
 }
 
 bool VyrBaseData::ParseUtf16Text(const unsigned char* bytes, size_t units, bool releaseConsumed) {
     if (!bytes)
         return false;
     m_tokenizer.SetUtf16(bytes, units);
-    m_bReleaseConsumed = releaseConsumed;
-    m_iReleasedUnits = 0;
-    const bool result = ParseTokenizedText();
-    m_bReleaseConsumed = false;
-    return result;
+    return ParseTokenizedText(releaseConsumed);
 }
 
-bool VyrBaseData::ParseTokenizedText() {
+bool VyrBaseData::ParseTokenizedText(bool releaseConsumed) {
+    // However the parse ends (an allocation may fail anywhere in it), the reader lets go of the
+    // text: the tokenizer must not outlive it, and no later reading may give its pages back.
+    struct LetGoOfText {
+        VyrLineTokenizer& tokenizer;
+        bool& releaseConsumed;
+        ~LetGoOfText() {
+            tokenizer.Clear();
+            releaseConsumed = false;
+        }
+    } letGo{m_tokenizer, m_bReleaseConsumed};
+    m_bReleaseConsumed = releaseConsumed;
+    m_iReleasedUnits = 0;
     m_asUnknownSections.Clear();
     bool result = true;
     if (!m_tokenizer.HasMoreTokens()) {
@@ -412,8 +416,6 @@ bool VyrBaseData::ParseTokenizedText() {
             AttribuerLesAnnotations();
         }
     }
-    // The tokenizer must not outlive the text it points into.
-    m_tokenizer.Clear();
     return result;
 }
 

@@ -393,8 +393,10 @@ private:
     // SauveSectionInconnue into the document writer's buffer.
     bool SauveSectionInconnue(VyrTextWriter& out);
 
-    // Parses the text the tokenizer was set on (ParseUnicodeText without the setting).
-    bool ParseTokenizedText();
+    // Parses the text the tokenizer was set on (ParseUnicodeText without the setting). With
+    // `releaseConsumed` (text nobody else reads), the pages the reader has passed go back to
+    // the system as it reads.
+    bool ParseTokenizedText(bool releaseConsumed);
     // Parses UTF-16LE text in place (Load of a file with the mark FF FE). When
     // `releaseConsumed`, the pages of the text that the reader has passed in a table of values
     // go back to the system while it reads: the caller's buffer is then no longer readable
