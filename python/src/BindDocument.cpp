@@ -101,8 +101,7 @@ shown); vyrbase.load(path) reads one from a file.)doc")
                 VyrExperienceParam p(FromPython(name));
                 return ExperimentRef{handle, handle->Doc().CreateExperience(p)};
             },
-            "name"_a,
-            "The experiment of that name: the existing one, or a new empty one.")
+            "name"_a, "The experiment of that name: the existing one, or a new empty one.")
         .def(
             "save",
             [](const DocumentRef& handle, const py::object& path) {

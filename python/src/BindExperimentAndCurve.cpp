@@ -130,11 +130,10 @@ CurveRef AddCurve(const ExperimentRef& ref, const py::handle& xs, const py::hand
     const Values yv = ToValues(ys, "ys");
     const py::ssize_t n = xv.shape(0);
     if (yv.shape(0) != n)
-        throw py::value_error("xs and ys must be of equal length (" + std::to_string(n) +
-                              " and " + std::to_string(yv.shape(0)) + ")");
+        throw py::value_error("xs and ys must be of equal length (" + std::to_string(n) + " and " +
+                              std::to_string(yv.shape(0)) + ")");
     if (n > INT_MAX - 200)
-        throw py::value_error("a curve holds at most " + std::to_string(INT_MAX - 200) +
-                              " points");
+        throw py::value_error("a curve holds at most " + std::to_string(INT_MAX - 200) + " points");
     std::optional<py::array_t<bool, py::array::c_style | py::array::forcecast>> valid;
     if (!validity.is_none()) {
         valid = py::array_t<bool, py::array::c_style | py::array::forcecast>::ensure(validity);
@@ -213,10 +212,8 @@ Adds a curve of the values xs and ys (numpy-convertible sequences of equal lengt
 the document. x and y are (quantity, unit) pairs; name defaults to the Y quantity. valid, when
 given, marks the points that are False invalid. A curve of the same quantities and units as an
 existing one gets its Y quantity numbered (U, U1, U2...). The curve is shown in diagram 0.)doc")
-        .def("__eq__",
-             [](const ExperimentRef& a, const ExperimentRef& b) {
-                 return a.experience == b.experience;
-             })
+        .def("__eq__", [](const ExperimentRef& a,
+                          const ExperimentRef& b) { return a.experience == b.experience; })
         .def("__hash__",
              [](const ExperimentRef& r) { return std::hash<const void*>()(r.experience); })
         .def("__repr__", [](const ExperimentRef& r) {
@@ -232,19 +229,19 @@ keeps the document alive. While a view of a vector (or any array derived from it
 vector's length cannot change: add_point raises BufferError, since growing may move the values
 to new memory that the view could not follow. Copy (numpy.array(curve.y)) or delete the views
 first.)doc")
-        .def_property_readonly(
-            "name", [](const CurveRef& r) { return ToPython(r.curve->GetEntityName()); })
+        .def_property_readonly("name",
+                               [](const CurveRef& r) { return ToPython(r.curve->GetEntityName()); })
         .def_property_readonly(
             "display_name", [](const CurveRef& r) { return ToPython(r.curve->GetName()); },
             "Y(X) of the quantities, as the diagrams name the curve.")
         .def_property_readonly(
             "x_quantity", [](const CurveRef& r) { return ToPython(Quantity(r.curve->GetVx())); })
-        .def_property_readonly(
-            "x_unit", [](const CurveRef& r) { return ToPython(Unit(r.curve->GetVx())); })
+        .def_property_readonly("x_unit",
+                               [](const CurveRef& r) { return ToPython(Unit(r.curve->GetVx())); })
         .def_property_readonly(
             "y_quantity", [](const CurveRef& r) { return ToPython(Quantity(r.curve->GetVy())); })
-        .def_property_readonly(
-            "y_unit", [](const CurveRef& r) { return ToPython(Unit(r.curve->GetVy())); })
+        .def_property_readonly("y_unit",
+                               [](const CurveRef& r) { return ToPython(Unit(r.curve->GetVy())); })
         .def_property_readonly("colour", &Colour, "(red, green, blue), each 0 to 255.")
         .def_property_readonly(
             "x", [](const CurveRef& r) { return View(r, true); },
