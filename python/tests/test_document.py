@@ -209,3 +209,9 @@ def test_the_module_needs_no_display():
     done = subprocess.run([sys.executable, "-c", script], env=env, capture_output=True,
                           text=True, timeout=60)
     assert (done.returncode, done.stdout) == (0, "True\n"), done.stderr
+
+
+@pytest.mark.parametrize("method", ["save", "to_csv"])
+def test_save_and_to_csv_of_something_that_is_no_path_raise_typeerror(made, method):
+    with pytest.raises(TypeError):
+        getattr(made[0], method)(3.5)
