@@ -7,7 +7,7 @@ run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev
 # The test command also fuzzes each target for a minute: clang and its libFuzzer runtime.
 fuzz_packages=("${run_packages[@]}" clang-14 libclang-rt-14-dev)
 test_packages=("${fuzz_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
-               libjpeg-turbo-progs file xvfb)
+               libjpeg-turbo-progs file xvfb librsvg2-bin poppler-utils)
 # scripts/valgrind.sh; scripts/coverage.sh.
 valgrind_packages=("${test_packages[@]}" valgrind)
 coverage_packages=("${test_packages[@]}" gcovr)

@@ -37,7 +37,7 @@ public:
     void OnUpdateObserver(VyrObserverMsg& msg) override;
     void OnInitialUpdateObserver() override;
 
-    // Writes the diagram as PNG or SVG, or the document's data as CSV, by the extension of
+    // Writes the diagram as PNG, SVG or PDF, or the document's data as CSV, by the extension of
     // `path`, at the canvas's size. Errors are logged.
     bool ExportTo(const wxString& path);
 

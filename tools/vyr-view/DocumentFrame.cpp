@@ -47,7 +47,7 @@ wxMenuBar* DocumentFrame::MakeMenuBar() {
     file->Append(wxID_SAVE, "&Save\tCtrl+S");
     file->Append(wxID_SAVEAS, "Save &As...");
     file->Append(ID_EXPORT, "&Export...\tCtrl+E",
-                 "Export the diagram as PNG or SVG, the data as CSV");
+                 "Export the diagram as PNG, SVG or PDF, the data as CSV");
     file->AppendSeparator();
     file->Append(wxID_EXIT, "E&xit\tCtrl+Q");
 
