@@ -6,8 +6,11 @@ set -euo pipefail
 run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
 # The test command also fuzzes each target for a minute: clang and its libFuzzer runtime.
 fuzz_packages=("${run_packages[@]}" clang-14 libclang-rt-14-dev)
+# The picture tests rasterise SVG and PDF (librsvg2-bin, poppler-utils) and read the pixels
+# (python3-pil).
 test_packages=("${fuzz_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
-               libjpeg-turbo-progs file xvfb librsvg2-bin poppler-utils)
+               libjpeg-turbo-progs file xvfb librsvg2-bin poppler-utils
+               python3-pil)
 # scripts/valgrind.sh; scripts/coverage.sh.
 valgrind_packages=("${test_packages[@]}" valgrind)
 coverage_packages=("${test_packages[@]}" gcovr)
