@@ -90,23 +90,35 @@ bool WritePng(const Diagrams& diagrams, VyrFileSink& sink, int width, int height
 
 // ---- SVG and PDF ----------------------------------------------------------------------------
 
+// The sink of a vector surface, remembering a failed write itself: the surfaces do not report
+// every failure in their status (cairo's PDF surface takes a failure of its last write for
+// success).
+struct SurfaceOutput {
+    VyrFileSink& sink;
+    bool failed;
+};
+
 cairo_status_t WriteToSink(void* closure, const unsigned char* data, unsigned int length) {
-    return static_cast<VyrFileSink*>(closure)->Write(data, length) ? CAIRO_STATUS_SUCCESS
-                                                                   : CAIRO_STATUS_WRITE_ERROR;
+    SurfaceOutput& out = *static_cast<SurfaceOutput*>(closure);
+    if (out.failed || !out.sink.Write(data, length)) {
+        out.failed = true;
+        return CAIRO_STATUS_WRITE_ERROR;
+    }
+    return CAIRO_STATUS_SUCCESS;
 }
 
-cairo_surface_t* MakeSvgSurface(VyrFileSink& sink, int width, int height) {
+cairo_surface_t* MakeSvgSurface(SurfaceOutput& out, int width, int height) {
     cairo_surface_t* surface =
-        cairo_svg_surface_create_for_stream(&WriteToSink, &sink, width, height);
+        cairo_svg_surface_create_for_stream(&WriteToSink, &out, width, height);
     // A picture of width x height pixels, as the PNG: the surface's default unit is the point,
     // which viewers show a third larger.
     cairo_svg_surface_set_document_unit(surface, CAIRO_SVG_UNIT_PX);
     return surface;
 }
 
-cairo_surface_t* MakePdfSurface(VyrFileSink& sink, int width, int height) {
+cairo_surface_t* MakePdfSurface(SurfaceOutput& out, int width, int height) {
     cairo_surface_t* surface =
-        cairo_pdf_surface_create_for_stream(&WriteToSink, &sink, width, height);
+        cairo_pdf_surface_create_for_stream(&WriteToSink, &out, width, height);
     cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_CREATOR, "VyrBase");
     return surface;
 }
@@ -136,17 +148,17 @@ bool PaintPages(cairo_surface_t* surface, const Diagrams& diagrams, int width, i
     return true;
 }
 
-bool WriteVector(cairo_surface_t* (*makeSurface)(VyrFileSink&, int, int), const Diagrams& diagrams,
-                 VyrFileSink& sink, int width, int height, double scale) {
+bool WriteVector(cairo_surface_t* (*makeSurface)(SurfaceOutput&, int, int),
+                 const Diagrams& diagrams, VyrFileSink& sink, int width, int height, double scale) {
+    SurfaceOutput out{sink, false};
     std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface(
-        makeSurface(sink, width, height), &cairo_surface_destroy);
+        makeSurface(out, width, height), &cairo_surface_destroy);
     if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS)
         return false;
     const bool painted = PaintPages(surface.get(), diagrams, width, height, scale);
-    // The vector surfaces write most of the file when they are finished: a write that fails
-    // there shows in the surface's status.
+    // The vector surfaces write most of the file when they are finished.
     cairo_surface_finish(surface.get());
-    return painted && cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS;
+    return painted && !out.failed && cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS;
 }
 
 bool WriteSvg(const Diagrams& diagrams, VyrFileSink& sink, int width, int height, double scale) {
