@@ -33,6 +33,9 @@ public:
     void OnUpdate(wxView* sender, wxObject* hint) override;
     void OnActivateView(bool activate, wxView* activeView, wxView* deactiveView) override;
     void OnChangeFilename() override;
+    // File > Print and Print Preview (through the document manager): every diagram of the
+    // document, one a page.
+    wxPrintout* OnCreatePrintout() override;
 
     void OnUpdateObserver(VyrObserverMsg& msg) override;
     void OnInitialUpdateObserver() override;
