@@ -7,16 +7,18 @@
 // every later SetClippingRegion only narrows that empty clip. Giving the context its size makes
 // clipping behave as it does over a picture.
 //
-// Internal to the library.
+// Internal to the library; exported only for the tests.
 #ifndef VYRBASE_DIAGRAM_VYRSIZEDGCDC_H
 #define VYRBASE_DIAGRAM_VYRSIZEDGCDC_H
 
 #include <wx/dc.h>
 #include <wx/gdicmn.h>
 
+#include "vyrbase/core/VyrExport.h"
+
 class wxGraphicsContext;
 
-class VyrSizedGCDC : public wxDC {
+class VYRBASE_API VyrSizedGCDC : public wxDC {
 public:
     // Takes ownership of `context` (as wxGCDC does); `size` in pixels (user units).
     VyrSizedGCDC(wxGraphicsContext* context, const wxSize& size);
