@@ -330,7 +330,7 @@ bool ScriptDriver::Preview(const wxArrayString& words, wxString& error) {
     frame->ProcessCommand(item);
     wxPreviewFrame* previewFrame = nullptr;
     for (wxWindow* window : wxTopLevelWindows)
-        if (auto* found = wxDynamicCast(window, wxPreviewFrame))
+        if (auto* found = dynamic_cast<wxPreviewFrame*>(window))
             previewFrame = found;
     wxPrintPreviewBase* preview = previewFrame && previewFrame->GetControlBar()
                                       ? previewFrame->GetControlBar()->GetPrintPreview()
