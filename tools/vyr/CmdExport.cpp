@@ -1,6 +1,7 @@
 // vyr csv, vyr render and vyr convert: load a document, write one file from it.
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include <wx/filename.h>
 
@@ -101,10 +102,12 @@ int RunRender(const Args& args) {
     int width = 1200, height = 800;
     if (parsed.Has("--size") && !ParseSize(parsed.Value("--size"), width, height))
         return UsageError("render", "--size wants WxH, each from 16 to 20000");
+    // "all": every diagram of the document, one page each, which only a PDF can hold.
     const std::string diagramText = parsed.Value("--diagram", "0");
-    if (diagramText != "0" && diagramText != "1")
-        return UsageError("render", "--diagram wants 0 or 1");
-    const int diagramIndex = diagramText[0] - '0';
+    if (diagramText != "0" && diagramText != "1" && diagramText != "all")
+        return UsageError("render", "--diagram wants 0, 1 or all");
+    const bool allDiagrams = diagramText == "all";
+    const int diagramIndex = allDiagrams ? 0 : diagramText[0] - '0';
     double scale = 1.0;
     if (parsed.Has("--scale")) {
         char* end = nullptr;
@@ -116,26 +119,33 @@ int RunRender(const Args& args) {
     const std::string output = parsed.Value("-o", parsed.Value("--output"));
     if (!output.empty() && parsed.Operands().size() > 1)
         return UsageError("render", "-o takes one input file");
-    const wxString outExtension =
-        output.empty() ? wxString("png") : wxFileName(FromArg(output)).GetExt().Lower();
-    if (outExtension != "png" && outExtension != "svg")
-        return UsageError("render", "the output must end in .png or .svg");
+    VyrDiagramExport::Format format = VyrDiagramExport::kFormatPng;
+    if (!output.empty() && !VyrDiagramExport::GetFormatOfPath(FromArg(output), &format))
+        return UsageError("render", "the output must end in .png, .svg or .pdf");
+    if (allDiagrams && format != VyrDiagramExport::kFormatPdf)
+        return UsageError("render", "--diagram all needs a .pdf output (one page a diagram)");
 
     return ForEachInput(parsed.Operands(), [&](const wxString& input) {
         VyrBaseData doc(nullptr);
         if (int code = OpenDocument(input, doc))
             return code;
-        VyrDiagram* diagram = doc.GetDiagram(diagramIndex);
-        diagram->SetGridShown(parsed.Has("--grid"));
-        diagram->SetTimeLabels(parsed.Has("--time-labels"));
-        diagram->SetSpectrum(parsed.Has("--spectrum"));
+        std::vector<VyrDiagram*> diagrams;
+        const int count = allDiagrams ? doc.GetDiagramCount() : 1;
+        for (int i = 0; i < count; ++i) {
+            VyrDiagram* diagram = doc.GetDiagram(allDiagrams ? i : diagramIndex);
+            diagram->SetGridShown(parsed.Has("--grid"));
+            diagram->SetTimeLabels(parsed.Has("--time-labels"));
+            diagram->SetSpectrum(parsed.Has("--spectrum"));
+            diagrams.push_back(diagram);
+        }
         // Interval tools are drawn from the active document.
         VyrBaseData::SetActiveBase(&doc);
         const wxString target = output.empty() ? WithExtension(input, "png") : FromArg(output);
-        const int code = WriteAtomically(target, [&](const wxString& path) {
-            return outExtension == "svg"
-                       ? VyrDiagramExport::SaveAsSvg(diagram, path, width, height, scale)
-                       : VyrDiagramExport::SaveAsPng(diagram, path, width, height, scale);
+        const int code = WriteSafely(target, [&](VyrSafeFile& file) {
+            return allDiagrams
+                       ? VyrDiagramExport::SaveAsPdfPages(diagrams, file, width, height, scale)
+                       : VyrDiagramExport::Save(diagrams.front(), format, file, width, height,
+                                                scale);
         });
         VyrBaseData::SetActiveBase(nullptr);
         return code;
