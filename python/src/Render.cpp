@@ -25,6 +25,7 @@ struct PictureFormat {
 const PictureFormat kPictureFormats[] = {
     {"png", &VyrDiagramExport::SaveAsPng},
     {"svg", &VyrDiagramExport::SaveAsSvg},
+    {"pdf", &VyrDiagramExport::SaveAsPdf},
 };
 
 const PictureFormat* FindFormat(const wxString& extension) {

@@ -1,5 +1,6 @@
 """vyrbase.load, vyrbase.Document and what a document does: its experiments and curves, saving,
 CSV export and pictures."""
+import shutil
 import subprocess
 import sys
 
@@ -131,6 +132,16 @@ def test_render_to_a_file_follows_its_extension(made, tmp_path):
     doc.render(str(tmp_path / "a.SVG"), size=(200, 150))
     svg = (tmp_path / "a.SVG").read_text()
     assert "<svg" in svg and 'width="200' in svg
+    # The curve is in the picture as a path stroked in its red.
+    assert "rgb(100%, 0%, 0%)" in svg or "rgb(100%,0%,0%)" in svg
+    doc.render(tmp_path / "a.pdf", size=(200, 150))
+    pdf = (tmp_path / "a.pdf").read_bytes()
+    assert pdf.startswith(b"%PDF") and b"/MediaBox [ 0 0 200 150 ]" in pdf
+    if shutil.which("pdftoppm"):
+        subprocess.run(["pdftoppm", "-png", "-r", "72", "-singlefile", str(tmp_path / "a.pdf"),
+                        str(tmp_path / "pdfpage")], check=True)
+        assert read_png(tmp_path / "pdfpage.png")[:2] == (200, 150)
+        assert red_pixels(tmp_path / "pdfpage.png") > 50
 
 
 def test_render_scale_makes_a_picture_of_the_same_size(made, tmp_path):
@@ -145,8 +156,8 @@ def test_render_scale_makes_a_picture_of_the_same_size(made, tmp_path):
     ({"scale": 0.0}, "scale"),
     ({"scale": float("nan")}, "scale"),
     ({"diagram": 2}, "diagram"),
-    ({"path": "picture.bmp"}, "png, svg"),
-    ({"path": "picture"}, "png, svg"),
+    ({"path": "picture.bmp"}, "png, svg, pdf"),
+    ({"path": "picture"}, "png, svg, pdf"),
 ])
 def test_render_refuses_values_it_cannot_paint_with_valueerror(made, kwargs, message, tmp_path):
     if "path" in kwargs:
