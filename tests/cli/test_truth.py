@@ -145,8 +145,10 @@ class StandardOutputTest(TruthTestCase):
     def test_a_full_standard_output_is_an_output_error(self):
         with open("/dev/full", "w") as full:
             result = subprocess.run([VYR, "csv", OSCILLATION, "-o", "-"], stdout=full,
-                                    stderr=subprocess.PIPE, text=True, timeout=120)
+                                    stderr=subprocess.PIPE, text=True, cwd=self.dir,
+                                    timeout=120)
         self.assertFailsWith(result, EXIT_OUTPUT, "standard output", "No space left on device")
+        self.assertEqual(os.listdir(self.dir), [])
 
 
 class GridTest(TruthTestCase):
@@ -233,7 +235,7 @@ class ResourceNameTest(TruthTestCase):
     def test_csv_names_the_default_experiment(self):
         _, headerless = self.documents()
         result = subprocess.run([VYR, "csv", headerless, "-o", "-"], capture_output=True,
-                                timeout=120)
+                                cwd=self.dir, timeout=120)
         self.assertEqual(result.returncode, 0, result.stderr)
         text = result.stdout.decode("utf-8")
         self.assertNotIn("IDS_", text)

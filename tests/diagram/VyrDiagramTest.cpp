@@ -29,7 +29,7 @@ TEST(VyrDiagram, ConstructionInitialisesTheModel) {
     EXPECT_EQ(d.GetGraphObj(), nullptr);
     EXPECT_TRUE(d.GetShownEntities().IsEmpty());
     EXPECT_TRUE(d.GetPlottedCourbes().empty());
-    EXPECT_EQ(VyrDiagramTestAccess::SecondsSymbol(d), wxGetTranslation("IDS_SYMB_SECONDE"));
+    EXPECT_EQ(VyrDiagramTestAccess::SecondsSymbol(d), wxString("s"));
     EXPECT_TRUE(d.IsPrefixes());
     EXPECT_FALSE(d.IsTimeLabels());
     EXPECT_FALSE(d.IsGridShown());
