@@ -6,8 +6,10 @@ set -euo pipefail
 run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
 # The test command also fuzzes each target for a minute: clang and its libFuzzer runtime.
 fuzz_packages=("${run_packages[@]}" clang-14 libclang-rt-14-dev)
+# The Python module (python/) and its pytest suite: pybind11 and Debian's python3, numpy, pandas.
 test_packages=("${fuzz_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
-               libjpeg-turbo-progs file xvfb)
+               libjpeg-turbo-progs file xvfb pybind11-dev python3-dev python3-numpy
+               python3-pytest python3-pandas)
 # scripts/valgrind.sh; scripts/coverage.sh.
 valgrind_packages=("${test_packages[@]}" valgrind)
 coverage_packages=("${test_packages[@]}" gcovr)

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Builds VyrBase and passes every test: the unit tests, the same tests under AddressSanitizer and
-# UndefinedBehaviorSanitizer, an outside project built against a fresh install (CMake package
-# and pkg-config), and a minute of fuzzing for each fuzz target. Installs the Debian packages it
+# Builds VyrBase and passes every test: the unit tests (the Python module's pytest suite among
+# them), the same tests under AddressSanitizer and UndefinedBehaviorSanitizer, an outside project
+# built against a fresh install (CMake package and pkg-config), `import vyrbase` from that
+# install, and a minute of fuzzing for each fuzz target. Installs the Debian packages it
 # lacks first.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -28,10 +29,17 @@ g++ -o build/consumer-pkgconfig docs/examples/quickstart.cpp \
     $(PKG_CONFIG_PATH="$prefix/lib/pkgconfig" pkg-config --cflags --libs vyrbase)
 LD_LIBRARY_PATH="$prefix/lib" build/consumer-pkgconfig >/dev/null
 echo "consumer (pkg-config): ok"
+# The Python module from the same install, with Debian's interpreter, as the README says.
+python_dir=$(cmake -L -N build/release | sed -n 's/^VYR_PYTHON_INSTALL_DIR:STRING=//p')
+(cd "$prefix" && PYTHONPATH="$prefix/$python_dir" /usr/bin/python3 -c \
+    'import vyrbase; d = vyrbase.Document(); assert d.render(size=(64, 48))[:4] == b"\x89PNG"')
+echo "python module (import vyrbase): ok"
 
 echo "== sanitizers (AddressSanitizer + UndefinedBehaviorSanitizer)"
+# No Python module there: under the sanitizers it would need their runtime preloaded into the
+# interpreter; the Release tree runs its tests.
 cmake -S . -B build/asan -DCMAKE_BUILD_TYPE=Debug -DVYR_SANITIZE=ON -DVYR_BUILD_BENCH=OFF \
-    -DVYR_WERROR=ON >/dev/null
+    -DVYR_WERROR=ON -DVYR_PYTHON=OFF >/dev/null
 cmake --build build/asan -j"$jobs"
 ctest --test-dir build/asan --output-on-failure -j"$jobs"
 

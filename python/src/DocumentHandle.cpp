@@ -1,0 +1,27 @@
+#include "DocumentHandle.h"
+
+#include "vyrbase/core/VyrBaseData.h"
+
+DocumentHandle::DocumentHandle() : m_pDoc(new VyrBaseData(nullptr)) {}
+
+DocumentHandle::~DocumentHandle() {
+    // A render makes its document the active one only while it paints, but a document must
+    // never stay the active one past its life.
+    if (VyrBaseData::GetActiveBase() == m_pDoc.get())
+        VyrBaseData::SetActiveBase(nullptr);
+}
+
+void DocumentHandle::AddView(const VyrVecteur* vector) {
+    ++m_views[vector];
+}
+
+void DocumentHandle::RemoveView(const VyrVecteur* vector) {
+    auto it = m_views.find(vector);
+    if (it != m_views.end() && --it->second <= 0)
+        m_views.erase(it);
+}
+
+int DocumentHandle::ViewCount(const VyrVecteur* vector) const {
+    auto it = m_views.find(vector);
+    return it == m_views.end() ? 0 : it->second;
+}
