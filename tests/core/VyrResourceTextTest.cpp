@@ -1,5 +1,5 @@
-// The texts of the library's resource keys: the application's translation when its catalogue
-// has one, else the library's own text, never the bare key.
+// The texts of the library's resource keys: the application's translation when one of its
+// catalogues has one, else the key itself.
 #include <gtest/gtest.h>
 
 #include "support/TranslationScope.h"
@@ -13,41 +13,30 @@ const char* const kKeys[] = {"IDS_EXPERIENCE",     "IDS_EXPERIENCE1",  "IDS_MANI
 
 }  // namespace
 
-TEST(VyrResourceText, EveryKeyHasABuiltInTextThatIsNoResourceName) {
-    for (const char* key : kKeys) {
-        const wxString text = VyrResourceText::Get(key);
-        EXPECT_FALSE(text.empty()) << key;
-        EXPECT_FALSE(text.Contains("IDS_")) << key << " gives " << text;
-        EXPECT_EQ(text, VyrResourceText::BuiltIn(key)) << key;
-    }
+TEST(VyrResourceText, WithoutTranslationsEveryKeyIsItsOwnText) {
+    ASSERT_EQ(wxTranslations::Get(), nullptr);
+    for (const char* key : kKeys)
+        EXPECT_EQ(VyrResourceText::Get(key), key);
+    EXPECT_EQ(VyrResourceText::Get(""), "");
 }
 
-TEST(VyrResourceText, BuiltInTexts) {
-    EXPECT_EQ(VyrResourceText::Get("IDS_SYMB_SECONDE"), "s");
-    // The unit labels of a time axis read like its "%d:%02d" graduations.
-    EXPECT_EQ(VyrResourceText::Get("IDS_DAY_HOUR"), "d:h");
-    EXPECT_EQ(VyrResourceText::Get("IDS_HMIN"), "h:min");
-    EXPECT_EQ(VyrResourceText::Get("IDS_MINS"), "min:s");
-    EXPECT_EQ(VyrResourceText::Get("IDS_MENU_SUPPRIMER"), "Delete");
-    // The default experiment's name is the first that the experiment stem numbers.
-    EXPECT_EQ(VyrResourceText::Get("IDS_EXPERIENCE1"),
-              VyrResourceText::Get("IDS_EXPERIENCE") + "1");
-    EXPECT_EQ(VyrResourceText::Get("IDS_EXPERIENCE1"), "Experiment 1");
-    EXPECT_EQ(VyrResourceText::Get("IDS_MANIPULATION"), "Manipulation ");
-}
-
-TEST(VyrResourceText, TheApplicationsTranslationWins) {
-    TranslationScope tr({{"IDS_SYMB_SECONDE", "sec"}, {"IDS_EXPERIENCE1", "Versuch 1"}});
+TEST(VyrResourceText, TheApplicationsCatalogueAnswersTheKeysItTranslates) {
+    TranslationScope tr(
+        {{"IDS_SYMB_SECONDE", "sec"}, {"IDS_EXPERIENCE1", "Versuch 1"}, {"IDS_DAY_HOUR", "j:h"}});
     ASSERT_TRUE(tr.IsLoaded());
     EXPECT_EQ(VyrResourceText::Get("IDS_SYMB_SECONDE"), "sec");
     EXPECT_EQ(VyrResourceText::Get("IDS_EXPERIENCE1"), "Versuch 1");
-    // Keys the catalogue leaves out keep the built-in text.
-    EXPECT_EQ(VyrResourceText::Get("IDS_HMIN"), "h:min");
-    EXPECT_EQ(VyrResourceText::BuiltIn("IDS_SYMB_SECONDE"), "s");
+    EXPECT_EQ(VyrResourceText::Get("IDS_DAY_HOUR"), "j:h");
+    // A key the catalogue leaves out is its own text: the library adds none of its own.
+    EXPECT_EQ(VyrResourceText::Get("IDS_HMIN"), "IDS_HMIN");
+    EXPECT_EQ(VyrResourceText::Get("IDS_MENU_SUPPRIMER"), "IDS_MENU_SUPPRIMER");
 }
 
-TEST(VyrResourceText, AKeyWithoutTextComesBackAsItIs) {
-    EXPECT_EQ(VyrResourceText::Get("IDS_UNKNOWN"), "IDS_UNKNOWN");
-    EXPECT_EQ(VyrResourceText::BuiltIn("IDS_UNKNOWN"), "");
-    EXPECT_EQ(VyrResourceText::Get(""), "");
+TEST(VyrResourceText, TextsFollowTheTranslationsInstalledNow) {
+    {
+        TranslationScope tr(std::map<std::string, std::string>{{"IDS_MINS", "min:s"}});
+        ASSERT_TRUE(tr.IsLoaded());
+        EXPECT_EQ(VyrResourceText::Get("IDS_MINS"), "min:s");
+    }
+    EXPECT_EQ(VyrResourceText::Get("IDS_MINS"), "IDS_MINS");
 }

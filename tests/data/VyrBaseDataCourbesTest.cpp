@@ -213,12 +213,12 @@ TEST(VyrBaseDataCourbes, GenerateExperienceNameUsesOneMoreThanTheLargest) {
     EXPECT_EQ(doc.GenerateExperienceName("", true), "Manip4");
 }
 
-TEST(VyrBaseDataCourbes, GenerateExperienceNameFallsBackToTheBuiltInStem) {
+TEST(VyrBaseDataCourbes, GenerateExperienceNameFallsBackToTheKey) {
     VyrBaseData doc(nullptr);
-    EXPECT_EQ(doc.GenerateExperienceName("", false), "Experiment 1");
-    EXPECT_EQ(doc.GenerateExperienceName("", true), "Manipulation 1");
-    Experience(doc, "Experiment 2");
-    EXPECT_EQ(doc.GenerateExperienceName("", false), "Experiment 3");
+    EXPECT_EQ(doc.GenerateExperienceName("", false), "IDS_EXPERIENCE1");
+    EXPECT_EQ(doc.GenerateExperienceName("", true), "IDS_MANIPULATION1");
+    Experience(doc, "IDS_EXPERIENCE2");
+    EXPECT_EQ(doc.GenerateExperienceName("", false), "IDS_EXPERIENCE3");
 }
 
 TEST(VyrBaseDataCourbes, GenerateExperienceNameWithPrefixIgnoresNonNumbers) {

@@ -9,7 +9,7 @@ using namespace vyrtest;
 TEST(VyrDeleteCurveCommand, IsUndoableAndNamedFromTheTranslationKey) {
     VyrDeleteCurveCommand cmd(nullptr, nullptr);
     EXPECT_TRUE(cmd.CanUndo());
-    EXPECT_EQ(cmd.GetName(), "Delete");
+    EXPECT_EQ(cmd.GetName(), "IDS_MENU_SUPPRIMER");
     TranslationScope tr(std::map<std::string, std::string>{{"IDS_MENU_SUPPRIMER", "Supprimer"}});
     ASSERT_TRUE(tr.IsLoaded());
     VyrDeleteCurveCommand translated(nullptr, nullptr);

@@ -9,7 +9,7 @@ using namespace vyrtest;
 TEST(VyrDeleteExperienceCommand, IsUndoableAndNamedFromTheTranslationKey) {
     VyrDeleteExperienceCommand cmd(nullptr);
     EXPECT_TRUE(cmd.CanUndo());
-    EXPECT_EQ(cmd.GetName(), "Delete");
+    EXPECT_EQ(cmd.GetName(), "IDS_MENU_SUPPRIMER");
     EXPECT_EQ(cmd.GetExperience(), nullptr);
     EXPECT_TRUE(cmd.Do());
     EXPECT_TRUE(cmd.Undo());

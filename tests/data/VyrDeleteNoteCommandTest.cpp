@@ -10,7 +10,7 @@ using namespace vyrtest;
 TEST(VyrDeleteNoteCommand, IsUndoableAndNamedFromTheTranslationKey) {
     VyrDeleteNoteCommand cmd(nullptr, nullptr, nullptr);
     EXPECT_TRUE(cmd.CanUndo());
-    EXPECT_EQ(cmd.GetName(), "Delete");
+    EXPECT_EQ(cmd.GetName(), "IDS_MENU_SUPPRIMER");
     EXPECT_TRUE(cmd.Do());  // no note: nothing to do
     EXPECT_TRUE(cmd.Undo());
 }

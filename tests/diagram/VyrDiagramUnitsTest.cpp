@@ -8,6 +8,7 @@
 #include <wx/intl.h>
 
 #include "support/CurveBuilder.h"
+#include "support/TranslationScope.h"
 #include "support/VyrDiagramTestAccess.h"
 #include "vyrbase/data/VyrUnit.h"
 #include "vyrbase/data/VyrVecteur.h"
@@ -39,6 +40,13 @@ struct UnitsFixture : ::testing::Test {
     VyrBaseData doc{nullptr};
     VyrDiagram& d = *doc.GetDiagram(0);
 };
+
+// The same with an application's English time texts installed before the document: its
+// diagrams read the seconds symbol when they are made.
+struct EnglishTimeTexts {
+    TranslationScope tr{TimeTexts()};
+};
+struct TimeUnitsFixture : EnglishTimeTexts, UnitsFixture {};
 
 // The SI prefix of a power of ten that is a multiple of 3 within -24..24, written out
 // independently of the library's table.
@@ -268,19 +276,32 @@ TEST_F(UnitsFixture, ExactDecadesAndZero) {
     EXPECT_EQ(GetMultiple(d, std::nan(""), "V").label, "V");
 }
 
-TEST_F(UnitsFixture, TimeLabelsOnASecondsAxis) {
-    const wxString seconds = wxString("s");
+TEST_F(UnitsFixture, TimeLabelsWithoutACatalogueAreTheKeys) {
+    EXPECT_EQ(VyrDiagramTestAccess::SecondsSymbol(d), "IDS_SYMB_SECONDE");
+    d.SetTimeLabels(true);
+    Multiple m = GetMultiple(d, 86400, "IDS_SYMB_SECONDE");
+    EXPECT_DOUBLE_EQ(m.divisor, 86400);
+    EXPECT_EQ(m.label, "IDS_DAY_HOUR");
+    EXPECT_EQ(GetMultiple(d, 7200, "IDS_SYMB_SECONDE").label, "IDS_HMIN");
+    EXPECT_EQ(GetMultiple(d, 60, "IDS_SYMB_SECONDE").label, "IDS_MINS");
+    // "s" is not the seconds symbol then: the ordinary rule.
+    EXPECT_EQ(GetMultiple(d, 7200, "s").label, "ks");
+}
+
+TEST_F(TimeUnitsFixture, TimeLabelsOnASecondsAxis) {
+    ASSERT_TRUE(tr.IsLoaded());
+    const wxString seconds = "s";
     EXPECT_EQ(VyrDiagramTestAccess::SecondsSymbol(d), seconds);
     d.SetTimeLabels(true);
     Multiple m = GetMultiple(d, 86400, seconds);
     EXPECT_DOUBLE_EQ(m.divisor, 86400);
-    EXPECT_EQ(m.label, wxString("d:h"));
+    EXPECT_EQ(m.label, "d:h");
     m = GetMultiple(d, 86399, seconds);
     EXPECT_DOUBLE_EQ(m.divisor, 3600);
-    EXPECT_EQ(m.label, wxString("h:min"));
+    EXPECT_EQ(m.label, "h:min");
     m = GetMultiple(d, 60, seconds);
     EXPECT_DOUBLE_EQ(m.divisor, 60);
-    EXPECT_EQ(m.label, wxString("min:s"));
+    EXPECT_EQ(m.label, "min:s");
     // Below a minute: the ordinary rule.
     m = GetMultiple(d, 59, seconds);
     EXPECT_DOUBLE_EQ(m.divisor, 1);
@@ -383,7 +404,8 @@ TEST_F(UnitsFixture, AnAxisNeverDividesWithoutSayingSo) {
     }
 }
 
-TEST_F(UnitsFixture, TimeLabelsOnTheAxisKeepTheirMultiple) {
+TEST_F(TimeUnitsFixture, TimeLabelsOnTheAxisKeepTheirMultiple) {
+    ASSERT_TRUE(tr.IsLoaded());
     d.SetTimeLabels(true);
     const Multiple m = AxisMultiple(d, 226755, "s");
     EXPECT_EQ(m.label, "d:h");
@@ -449,14 +471,16 @@ TEST(VyrDiagramUnits, TimeStepOfTwoHoursIsTenMinutes) {
 }
 
 TEST(VyrDiagramUnits, TwoHourAxisLabelsInHoursAndMinutes) {
+    TranslationScope tr(TimeTexts());
+    ASSERT_TRUE(tr.IsLoaded());
     VyrBaseData doc(nullptr);
     VyrDiagram& d = *doc.GetDiagram(0);
     d.SetTimeLabels(true);
-    wxString unit = wxString("s");
+    wxString unit = "s";
     wxString label;
     const double m = d.GetMultiple(7200, unit, label);
     EXPECT_DOUBLE_EQ(m, 3600);
-    EXPECT_EQ(label, wxString("h:min"));
+    EXPECT_EQ(label, "h:min");
     const double step = VyrDiagramTestAccess::GetGraduationStep(7200, m);
     EXPECT_DOUBLE_EQ(step, 600);
     std::vector<wxString> labels;

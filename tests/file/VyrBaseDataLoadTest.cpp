@@ -11,6 +11,7 @@
 
 #include "FileTestSupport.h"
 #include "support/RecordingObserver.h"
+#include "support/TranslationScope.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrCompteRendu.h"
 #include "vyrbase/data/VyrExperience.h"
@@ -142,9 +143,18 @@ TEST(VyrBaseDataLoad, EmptyOrBlankFileGivesOneDefaultExperiment) {
         ASSERT_EQ(1u, doc.GetEntityList().GetCount());
         VyrEntity* e = doc.GetEntityList().GetFirst()->GetData();
         EXPECT_EQ(VYR_KIND_EXPERIENCE, e->GetKind());
-        EXPECT_EQ(wxString(L"Experiment 1"), e->GetEntityName());
+        EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"), e->GetEntityName());
         EXPECT_EQ(0, static_cast<VyrExperience*>(e)->GetNbCourbe());
     }
+}
+
+TEST(VyrBaseDataLoad, TheDefaultExperimentTakesTheApplicationsTranslation) {
+    TranslationScope tr(std::map<std::string, std::string>{{"IDS_EXPERIENCE1", "Versuch 1"}});
+    ASSERT_TRUE(tr.IsLoaded());
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(L"")));
+    ASSERT_EQ(1u, doc.GetEntityList().GetCount());
+    EXPECT_EQ(wxString(L"Versuch 1"), doc.GetEntityList().GetFirst()->GetData()->GetEntityName());
 }
 
 TEST(VyrBaseDataLoad, BigEndianMarkIsRefusedAndLeavesTheDocumentEmpty) {
@@ -214,7 +224,7 @@ TEST(VyrBaseDataLoad, AHeaderThatIsTheLastLineIsDropped) {
     ASSERT_TRUE(LoadBytes(doc, Utf16File(L"[Inconnu]\r\n\tk = 1\r\n[manipulation]\r\n")));
     // The experiment header was never dispatched: the default experiment stands in.
     ASSERT_EQ(1, CountKind(doc, VYR_KIND_EXPERIENCE));
-    EXPECT_EQ(wxString(L"Experiment 1"),
+    EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"),
               doc.GetEntityList().GetFirst()->GetData()->GetEntityName());
 }
 
@@ -450,7 +460,7 @@ TEST(VyrBaseDataLoad, SimuleSectionManipTakesEveryCurveInListOrder) {
     VyrExperience* e = static_cast<VyrExperience*>(doc.GetEntity(VYR_KIND_EXPERIENCE));
     ASSERT_TRUE(e);
     EXPECT_EQ(12, e->GetOid());
-    EXPECT_EQ(wxString(L"Experiment 1"), e->GetEntityName());
+    EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"), e->GetEntityName());
     ASSERT_EQ(2, e->GetNbCourbe());
     EXPECT_EQ(10, e->GetCourbes().GetFirst()->GetData()->GetOid());
     EXPECT_EQ(5, e->GetCourbes().GetLast()->GetData()->GetOid());

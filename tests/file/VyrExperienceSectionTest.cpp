@@ -54,7 +54,7 @@ TEST(VyrExperienceSection, OneLineTableAndDefaultName) {
              [&stop](VyrBaseDataTestAccess& a) { return a.ParseExperience(&stop); });
     VyrExperience* e = doc.FindExperienceByOid(8);
     ASSERT_TRUE(e);
-    EXPECT_EQ(wxString(L"Experiment 1"), e->GetEntityName());
+    EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"), e->GetEntityName());
     EXPECT_EQ(1, e->GetNbCourbe());
     EXPECT_FALSE(stop);
 }

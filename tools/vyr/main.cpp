@@ -8,6 +8,7 @@
 
 #include "CliCommon.h"
 #include "Commands.h"
+#include "ResourceCatalogue.h"
 
 namespace vyr {
 
@@ -107,6 +108,8 @@ int main(int argc, char** argv) {
     // a display to be shown.
     wxLog::EnableLogging(false);
     wxInitAllImageHandlers();
+    // The library's texts (experiment names, time labels) come from the tool's catalogue.
+    vyrtools::InstallResourceCatalogue();
 
     const char* name = argv[1];
     vyr::Args args(argv + 2, argv + argc);

@@ -1,8 +1,8 @@
 // Texts shown to the user, looked up by resource key ("IDS_...") in the toolkit's translations.
 //
-// The catalogues belong to the application. Where none of them translates a key, the library
-// answers its own built-in English text instead, so that no resource name ever reaches a
-// picture, a file or a command's output; a key the library has no text for comes back as it is.
+// The catalogues belong to the application: the library holds no text of its own for a key.
+// Where no catalogue translates a key, the key itself is the text, so that an application
+// without a catalogue shows the key rather than a text in a language it never chose.
 #ifndef VYRBASE_CORE_VYRRESOURCETEXT_H
 #define VYRBASE_CORE_VYRRESOURCETEXT_H
 
@@ -14,17 +14,13 @@ class VYRBASE_API VyrResourceText {
 public:
     VyrResourceText() = delete;
 
-    // The application's translation of `key`, else the built-in text, else `key` itself.
+    // The toolkit's translation of `key` by the application's catalogues, else `key` itself.
+    // The keys the library looks up: "IDS_EXPERIENCE" and "IDS_MANIPULATION" (the stems that
+    // experiment names are numbered on), "IDS_EXPERIENCE1" (the experiment a file without one
+    // gets), "IDS_MENU_SUPPRIMER" (the name of the undoable deletions), "IDS_SYMB_SECONDE" (the
+    // seconds symbol that time labels recognise) and the unit labels of a seconds axis read in
+    // days, hours or minutes: "IDS_DAY_HOUR", "IDS_HMIN", "IDS_MINS".
     static wxString Get(const wxString& key);
-
-    // The library's own text for `key`, or an empty string when it has none:
-    //   "IDS_EXPERIENCE" "Experiment " and "IDS_MANIPULATION" "Manipulation " (stems that
-    //   experiment names number on), "IDS_EXPERIENCE1" "Experiment 1" (the experiment a file
-    //   without one gets), "IDS_MENU_SUPPRIMER" "Delete" (the undoable deletions),
-    //   "IDS_SYMB_SECONDE" "s" (the seconds symbol that time labels recognise), and the unit
-    //   labels of a seconds axis read as "%d:%02d": "IDS_DAY_HOUR" "d:h", "IDS_HMIN" "h:min",
-    //   "IDS_MINS" "min:s".
-    static wxString BuiltIn(const wxString& key);
 };
 
 #endif
