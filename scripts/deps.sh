@@ -6,10 +6,12 @@ set -euo pipefail
 run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
 # The test command also fuzzes each target for a minute: clang and its libFuzzer runtime.
 fuzz_packages=("${run_packages[@]}" clang-14 libclang-rt-14-dev)
-# The Python module (python/) and its pytest suite: pybind11 and Debian's python3, numpy, pandas.
+# The picture tests rasterise SVG and PDF (librsvg2-bin, poppler-utils) and read the pixels
+# (python3-pil); the Python module (python/) and its pytest suite need pybind11 and Debian's
+# python3 with numpy and pandas.
 test_packages=("${fuzz_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils python3
-               libjpeg-turbo-progs file xvfb pybind11-dev python3-dev python3-numpy
-               python3-pytest python3-pandas)
+               libjpeg-turbo-progs file xvfb librsvg2-bin poppler-utils python3-pil
+               pybind11-dev python3-dev python3-numpy python3-pytest python3-pandas)
 # scripts/valgrind.sh; scripts/coverage.sh.
 valgrind_packages=("${test_packages[@]}" valgrind)
 coverage_packages=("${test_packages[@]}" gcovr)

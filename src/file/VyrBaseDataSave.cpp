@@ -84,22 +84,7 @@ bool VyrBaseData::SaveSafely(const wxString& path) {
 
 bool VyrBaseData::SaveSafely(VyrSafeFile& file) {
     wxLogNull noMessages;
-    bool result = false;
-    try {
-        if (file.Open()) {
-            if (WriteDocument(file.GetSink())) {
-                result = file.Commit();
-            } else {
-                file.Discard();
-                file.Failed(VyrSafeFile::kStepWrite, file.GetSink().GetError());
-            }
-        }
-    } catch (const std::bad_alloc&) {
-        // The previous file stays: the temporary one goes.
-        file.Discard();
-        file.Failed(VyrSafeFile::kStepWrite, ENOMEM);
-        result = false;
-    }
+    const bool result = file.WriteSink([this](VyrFileSink& sink) { return WriteDocument(sink); });
     m_mapVectorUnit.clear();
     return result;
 }

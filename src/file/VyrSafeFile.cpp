@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstdlib>
 #include <memory>
+#include <new>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -142,11 +143,32 @@ void VyrSafeFile::Discard() {
 bool VyrSafeFile::Write(const std::function<bool(const wxString& tempPath)>& write) {
     if (!Open())
         return false;
+    // What the writer's failing call leaves in errno is the only reason it can give through a
+    // bool (the library's sinks leave the system's error there): "no space left" must reach
+    // the person, not a bare "cannot write".
+    errno = 0;
     if (!write || !write(m_sTempPath)) {
+        const int error = errno;
         Discard();
-        return Failed(kStepWrite, 0);
+        return Failed(kStepWrite, error);
     }
     return Commit();
+}
+
+bool VyrSafeFile::WriteSink(const std::function<bool(VyrFileSink& sink)>& write) {
+    try {
+        if (!Open())
+            return false;
+        if (write(*m_pSink))
+            return Commit();
+        const int error = m_pSink->GetError();
+        Discard();
+        return Failed(kStepWrite, error);
+    } catch (const std::bad_alloc&) {
+        // The previous file stays: the temporary one goes.
+        Discard();
+        return Failed(kStepWrite, ENOMEM);
+    }
 }
 
 bool VyrSafeFile::WriteFile(const wxString& target,

@@ -83,6 +83,33 @@ TEST(VyrSafeFile, AFailingWriterLeavesTheTargetAndNoTemporaryFile) {
     EXPECT_EQ(VyrSafeFile::kStepWrite, file.GetFailedStep());
 }
 
+TEST(VyrSafeFile, AFailingWritersErrnoIsTheReason) {
+    // A writer that answers only true or false tells why through errno, as the library's sinks
+    // leave it (a full disk: ENOSPC).
+    FaultsOff off;
+    TempDir dir;
+    const std::string target = dir.File("data.csv");
+    WriteBytes(target, "previous");
+    VyrSafeFile file(Wx(target));
+    EXPECT_FALSE(file.Write([](const wxString&) {
+        errno = ENOSPC;
+        return false;
+    }));
+    EXPECT_EQ(VyrSafeFile::kStepWrite, file.GetFailedStep());
+    EXPECT_EQ(ENOSPC, file.GetError());
+    EXPECT_EQ("previous", ReadBytes(target));
+    EXPECT_EQ(std::vector<std::string>{"data.csv"}, DirEntries(dir.Path()));
+}
+
+TEST(VyrSafeFile, AnErrnoLeftFromBeforeTheWriterIsNoReason) {
+    FaultsOff off;
+    TempDir dir;
+    VyrSafeFile file(Wx(dir.File("data.csv")));
+    errno = EACCES;
+    EXPECT_FALSE(file.Write([](const wxString&) { return false; }));
+    EXPECT_EQ(0, file.GetError());
+}
+
 TEST(VyrSafeFile, TheDestructorDiscardsAnUncommittedFile) {
     FaultsOff off;
     TempDir dir;

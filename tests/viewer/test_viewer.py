@@ -26,6 +26,9 @@ SAMPLES = os.environ.get("VYR_SAMPLES", "")
 VOLTAGE = (200, 0, 0)
 # A curve note's fill: the inner colour of the voltage curve's.
 NOTE_FILL = (249, 229, 229)
+# The title box's fill, and the colour the "preview" command puts around the page.
+TITLE_FILL = (255, 244, 229)
+AROUND_THE_PAGE = (0, 0, 128)
 # The plot lies 10 pixels inside a diagram's window (as in an exported picture).
 PLOT_MARGIN = 10
 SKIP = 77
@@ -443,7 +446,8 @@ class ViewerTest(unittest.TestCase):
     def test_save_as_and_export_write_the_files(self):
         run = self.run_viewer([
             "select U(t)", "menu delete", "state", "saveas saved.vyr", "state",
-            "export picture.png", "export picture.svg", "export data.csv"])
+            "export picture.png", "export picture.svg", "export picture.pdf",
+            "export data.csv"])
         deleted, saved = run.states
         self.assertEqual(deleted["modified"], "yes")
         self.assertEqual(saved["title"], "saved.vyr - vyr-view")
@@ -453,6 +457,8 @@ class ViewerTest(unittest.TestCase):
         self.assertEqual(voltage_pixels(run.path("picture.png")), 0)
         with open(run.path("picture.svg"), encoding="utf-8") as f:
             self.assertIn("<svg", f.read())
+        with open(run.path("picture.pdf"), "rb") as f:
+            self.assertEqual(f.read(5), b"%PDF-")
         with open(run.path("data.csv"), encoding="utf-8") as f:
             header = f.readline()
         self.assertIn(";", header)
@@ -474,8 +480,78 @@ class ViewerTest(unittest.TestCase):
 
     def test_export_refuses_an_unknown_extension(self):
         run = self.run_viewer(["export picture.bmp"], expect_status=1)
-        self.assertIn("cannot export: the name must end in .png, .svg or .csv", run.err)
+        self.assertIn("cannot export: the name must end in .png, .svg, .pdf or .csv", run.err)
         self.assertFalse(os.path.exists(run.path("picture.bmp")))
+
+    # ---- printing ----------------------------------------------------------------------------
+
+    def preview_colours(self, path):
+        """What a rendered preview page holds: the bounding box of the paper, the voltage's
+        pixels, the current's (grey, on another unit's axis), and the title box (its fill's
+        bounding box and the dark pixels of its text inside it)."""
+        width, height, channels, rows = read_png(path)
+        paper = [width, height, -1, -1]
+        voltage = grey = 0
+        fill = [width, height, -1, -1]
+        for y in range(height):
+            row = rows[y]
+            for x in range(width):
+                p = tuple(row[x * channels:x * channels + 3])
+                if p == AROUND_THE_PAGE:
+                    continue
+                if p == (255, 255, 255):
+                    paper = [min(paper[0], x), min(paper[1], y), max(paper[2], x),
+                             max(paper[3], y)]
+                elif p == VOLTAGE:
+                    voltage += 1
+                elif p[0] == p[1] == p[2] and 170 <= p[0] <= 200:
+                    grey += 1
+                elif p == TITLE_FILL:
+                    fill = [min(fill[0], x), min(fill[1], y), max(fill[2], x), max(fill[3], y)]
+        text = 0
+        for y in range(max(fill[1], 0), fill[3] + 1):
+            for x in range(max(fill[0], 0), fill[2] + 1):
+                if max(rows[y][x * channels:x * channels + 3]) < 80:
+                    text += 1
+        return {"paper": paper, "voltage": voltage, "grey": grey, "title": fill, "text": text}
+
+    def test_print_preview_shows_each_diagram_on_its_page(self):
+        run = self.run_viewer(["preview page1.png", "menu two-diagrams", "diagram 1",
+                               "check U(t)", "preview two1.png 1", "preview two2.png 2"])
+        self.assertEqual(run.out.count("preview-pages: 1"), 1, run.out)
+        self.assertEqual(run.out.count("preview-pages: 2"), 2, run.out)
+
+        page = self.preview_colours(run.path("page1.png"))
+        left, top, right, bottom = page["paper"]
+        self.assertGreater(right - left, 300)
+        self.assertGreater(page["voltage"], 500)
+        self.assertGreater(page["grey"], 300)
+        # The title near the top of the page, in its box, its text scaled with the printer's
+        # resolution (9 points a unit of scale): at the preview's 100 % a box of a dozen pixels;
+        # painted unscaled in the printer's pixels it would be two or three.
+        t_left, t_top, t_right, t_bottom = page["title"]
+        self.assertGreater(t_top, top)
+        self.assertLess(t_bottom, top + (bottom - top) // 4)
+        self.assertGreaterEqual(t_bottom - t_top, 10)
+        self.assertGreater(t_right - t_left, (right - left) // 5)
+        self.assertGreater(page["text"], 200)
+        # Inside the margins: the ink keeps clear of the paper's edges.
+        self.assertGreater(t_left, left + 20)
+
+        # Two diagrams, two pages: the first as before, the second (the voltage alone) without
+        # the title, which belongs to the first.
+        first, second = (self.preview_colours(run.path(n)) for n in ("two1.png", "two2.png"))
+        self.assertGreater(first["voltage"], 500)
+        self.assertGreater(first["text"], 200)
+        self.assertGreater(second["voltage"], 500)
+        self.assertLess(second["grey"], first["grey"] // 4)
+        self.assertEqual(second["title"][2], -1)
+
+    def test_print_preview_has_no_page_beyond_the_diagrams(self):
+        run = self.run_viewer(["preview page2.png 2"], expect_status=1)
+        self.assertIn("preview-pages: 1", run.out)
+        self.assertIn("the preview page was not rendered", run.err)
+        self.assertFalse(os.path.exists(run.path("page2.png")))
 
     def test_menu_save_writes_over_the_document(self):
         before = os.path.getsize(self.document)

@@ -52,11 +52,17 @@ bool WriteAtomically(const wxString& target, const std::function<bool(const wxSt
     return file.Write(write) || Failed(file, reason);
 }
 
-bool SaveDocument(const wxString& target, VyrBaseData& doc, wxString& reason) {
+bool WriteSafely(const wxString& target, const std::function<bool(VyrSafeFile&)>& save,
+                 wxString& reason) {
     if (!CanWrite(target, reason))
         return false;
     VyrSafeFile file(target);
-    return doc.SaveSafely(file) || Failed(file, reason);
+    return save(file) || Failed(file, reason);
+}
+
+bool SaveDocument(const wxString& target, VyrBaseData& doc, wxString& reason) {
+    return WriteSafely(
+        target, [&doc](VyrSafeFile& file) { return doc.SaveSafely(file); }, reason);
 }
 
 }  // namespace vyrtools

@@ -9,6 +9,7 @@
 #include <wx/string.h>
 
 class VyrBaseData;
+class VyrSafeFile;
 
 namespace vyrtools {
 
@@ -18,6 +19,12 @@ namespace vyrtools {
 // or renamed; the target is then exactly as it was before.
 bool WriteAtomically(const wxString& target, const std::function<bool(const wxString&)>& write,
                      wxString& reason);
+
+// Writes `target` through `save`, which writes into the VyrSafeFile it is given (not yet opened)
+// as the library's own writers do (VyrBaseData::SaveSafely, VyrDiagramExport::Save), so that the
+// reason of a failure is the system's own ("No space left on device"). Reasons as above.
+bool WriteSafely(const wxString& target, const std::function<bool(VyrSafeFile&)>& save,
+                 wxString& reason);
 
 // Saves `doc` to `target` the same way (VyrBaseData::SaveSafely), with the same reasons.
 bool SaveDocument(const wxString& target, VyrBaseData& doc, wxString& reason);

@@ -4,6 +4,7 @@
 #include <wx/log.h>
 
 #include "DiagramCanvas.h"
+#include "DiagramPrintout.h"
 #include "DocumentFrame.h"
 #include "Export.h"
 #include "ViewerDocument.h"
@@ -96,6 +97,10 @@ void DiagramView::OnActivateView(bool activate, wxView*, wxView*) {
 void DiagramView::OnChangeFilename() {
     if (DocumentFrame* frame = GetDocumentFrame())
         frame->UpdateTitle();
+}
+
+wxPrintout* DiagramView::OnCreatePrintout() {
+    return new DiagramPrintout(GetViewerDocument());
 }
 
 void DiagramView::OnUpdateObserver(VyrObserverMsg& msg) {

@@ -33,11 +33,14 @@ public:
     void OnUpdate(wxView* sender, wxObject* hint) override;
     void OnActivateView(bool activate, wxView* activeView, wxView* deactiveView) override;
     void OnChangeFilename() override;
+    // File > Print and Print Preview (through the document manager): every diagram of the
+    // document, one a page.
+    wxPrintout* OnCreatePrintout() override;
 
     void OnUpdateObserver(VyrObserverMsg& msg) override;
     void OnInitialUpdateObserver() override;
 
-    // Writes the diagram as PNG or SVG, or the document's data as CSV, by the extension of
+    // Writes the diagram as PNG, SVG or PDF, or the document's data as CSV, by the extension of
     // `path`, at the canvas's size. Errors are logged.
     bool ExportTo(const wxString& path);
 

@@ -47,7 +47,12 @@ wxMenuBar* DocumentFrame::MakeMenuBar() {
     file->Append(wxID_SAVE, "&Save\tCtrl+S");
     file->Append(wxID_SAVEAS, "Save &As...");
     file->Append(ID_EXPORT, "&Export...\tCtrl+E",
-                 "Export the diagram as PNG or SVG, the data as CSV");
+                 "Export the diagram as PNG, SVG or PDF, the data as CSV");
+    file->AppendSeparator();
+    // Answered by the document manager with the active view's printout (DiagramPrintout).
+    file->Append(wxID_PRINT_SETUP, "Page Set&up...", "Paper, orientation and margins");
+    file->Append(wxID_PREVIEW, "Print Pre&view", "Every diagram of the document, one a page");
+    file->Append(wxID_PRINT, "&Print...\tCtrl+P", "Print every diagram, one a page");
     file->AppendSeparator();
     file->Append(wxID_EXIT, "E&xit\tCtrl+Q");
 

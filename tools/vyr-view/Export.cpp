@@ -1,6 +1,5 @@
 #include "Export.h"
 
-#include <functional>
 #include <iterator>
 
 #include <wx/filename.h>
@@ -10,11 +9,13 @@
 #include "vyrbase/diagram/VyrDiagramExport.h"
 
 namespace {
-const char* const kExtensions[] = {"png", "svg", "csv"};
-}
+// In the order of the dialog's filters.
+const char* const kExtensions[] = {"png", "svg", "pdf", "csv"};
+}  // namespace
 
 wxString ExportWildcard() {
-    return "PNG picture (*.png)|*.png|SVG picture (*.svg)|*.svg|CSV data (*.csv)|*.csv";
+    return "PNG picture (*.png)|*.png|SVG picture (*.svg)|*.svg|PDF document (*.pdf)|*.pdf|"
+           "CSV data (*.csv)|*.csv";
 }
 
 wxString WithExportExtension(const wxString& path, int filterIndex) {
@@ -29,21 +30,17 @@ wxString WithExportExtension(const wxString& path, int filterIndex) {
 
 bool ExportDocument(VyrBaseData& data, VyrDiagram* diagram, const wxString& path, wxSize size,
                     wxString& reason) {
-    const wxString ext = wxFileName(path).GetExt().Lower();
-    std::function<bool(const wxString&)> write;
-    if (ext == "png")
-        write = [&](const wxString& out) {
-            return VyrDiagramExport::SaveAsPng(diagram, out, size.x, size.y, 1.0);
-        };
-    else if (ext == "svg")
-        write = [&](const wxString& out) {
-            return VyrDiagramExport::SaveAsSvg(diagram, out, size.x, size.y, 1.0);
-        };
-    else if (ext == "csv")
-        write = [&](const wxString& out) { return data.SaveAsCsvUTF8(out); };
-    else {
-        reason = "cannot export: the name must end in .png, .svg or .csv";
-        return false;
-    }
-    return vyrtools::WriteAtomically(path, write, reason);
+    VyrDiagramExport::Format format;
+    if (VyrDiagramExport::GetFormatOfPath(path, &format))
+        return vyrtools::WriteSafely(
+            path,
+            [&](VyrSafeFile& file) {
+                return VyrDiagramExport::Save(diagram, format, file, size.x, size.y, 1.0);
+            },
+            reason);
+    if (wxFileName(path).GetExt().Lower() == "csv")
+        return vyrtools::WriteAtomically(
+            path, [&](const wxString& out) { return data.SaveAsCsvUTF8(out); }, reason);
+    reason = "cannot export: the name must end in .png, .svg, .pdf or .csv";
+    return false;
 }

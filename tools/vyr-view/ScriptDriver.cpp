@@ -8,6 +8,7 @@
 #include <wx/filefn.h>
 #include <wx/docview.h>
 #include <wx/menu.h>
+#include <wx/print.h>
 #include <wx/textfile.h>
 #include <wx/tokenzr.h>
 #include <wx/uiaction.h>
@@ -172,6 +173,7 @@ const ScriptDriver::CommandEntry ScriptDriver::kCommands[] = {
     {"export", true, &ScriptDriver::Picture},
     {"screenshot", true, &ScriptDriver::Picture},
     {"grab", true, &ScriptDriver::Picture},
+    {"preview", true, &ScriptDriver::Preview},
     {"state", true, &ScriptDriver::State},
 };
 
@@ -307,6 +309,61 @@ bool ScriptDriver::Picture(const wxArrayString& words, wxString& error) {
     }
     if (!done)
         error = "nothing was written";
+    return done;
+}
+
+bool ScriptDriver::Preview(const wxArrayString& words, wxString& error) {
+    long page = 1;
+    if (words.size() < 2 || words.size() > 3 || (words.size() == 3 && !words[2].ToLong(&page))) {
+        error = "needs FILE [PAGE]";
+        return false;
+    }
+    // As the menu opens it: through the document manager, which asks the active view for its
+    // printout and opens the preview window.
+    DocumentFrame* frame = CurrentFrame();
+    frame->UpdateWindowUI();
+    wxMenuItem* item = frame->GetMenuBar()->FindItem(wxID_PREVIEW);
+    if (!item || !item->IsEnabled()) {
+        error = "the menu item is disabled";
+        return false;
+    }
+    frame->ProcessCommand(item);
+    wxPreviewFrame* previewFrame = nullptr;
+    for (wxWindow* window : wxTopLevelWindows)
+        if (auto* found = dynamic_cast<wxPreviewFrame*>(window))
+            previewFrame = found;
+    wxPrintPreviewBase* preview = previewFrame && previewFrame->GetControlBar()
+                                      ? previewFrame->GetControlBar()->GetPrintPreview()
+                                      : nullptr;
+    if (!preview || !preview->IsOk()) {
+        if (previewFrame)
+            previewFrame->Close(true);
+        error = "no print preview was opened";
+        return false;
+    }
+    // The preview learns its pages from the printout when it renders the first one.
+    preview->UpdatePageRendering();
+    std::printf("preview-pages: %d\n", preview->GetMaxPage());
+    bool done = false;
+    if (page >= preview->GetMinPage() && page <= preview->GetMaxPage() &&
+        preview->SetCurrentPage(static_cast<int>(page))) {
+        preview->SetZoom(100);
+        preview->UpdatePageRendering();
+        wxPreviewCanvas* canvas = preview->GetCanvas();
+        const wxSize size = canvas->GetVirtualSize();
+        wxBitmap bitmap(size.x, size.y, 24);
+        {
+            wxMemoryDC memory(bitmap);
+            // Around the page a colour that no diagram of the samples uses.
+            memory.SetBackground(wxBrush(wxColour(0, 0, 128)));
+            memory.Clear();
+            done = preview->PaintPage(canvas, memory);
+        }
+        done = done && bitmap.SaveFile(words[1], wxBITMAP_TYPE_PNG);
+    }
+    previewFrame->Close(true);
+    if (!done)
+        error = "the preview page was not rendered";
     return done;
 }
 

@@ -24,6 +24,10 @@
 //   diagram N              makes diagram N (0 or 1) the active one, as a click in its window
 //   saveas FILE            saves under a new name (Save As without the dialog)
 //   export FILE            File > Export without the dialog (.png, .svg, .csv)
+//   preview FILE [PAGE]    File > Print Preview: prints "preview-pages: N", renders page PAGE
+//                          (default 1) of the preview at 100 % as the preview window shows
+//                          it, the page on its background, into FILE as PNG, and closes the
+//                          preview
 //   screenshot FILE        the active diagram's window, rendered into a bitmap, as PNG
 //   grab FILE              the document frame as the screen shows it, as PNG
 //   state                  prints the viewer's state on the standard output, "key: value"
@@ -82,6 +86,7 @@ private:
     bool CloseWindow(const wxArrayString& words, wxString& error);
     bool SaveAs(const wxArrayString& words, wxString& error);
     bool Picture(const wxArrayString& words, wxString& error);
+    bool Preview(const wxArrayString& words, wxString& error);
     bool State(const wxArrayString& words, wxString& error);
     void PrintState();
 

@@ -1,6 +1,7 @@
 #include "ViewerApp.h"
 
 #include <wx/cmdline.h>
+#include <wx/cmndata.h>
 #include <wx/docview.h>
 #include <wx/image.h>
 #include <wx/log.h>
@@ -45,6 +46,10 @@ bool ViewerApp::OnInit() {
         delete wxLog::SetActiveTarget(new wxLogStderr);
 
     m_manager = new wxDocManager;
+    // Printed diagrams keep clear of the paper's edges (File > Page Setup changes it).
+    wxPageSetupDialogData& pageSetup = m_manager->GetPageSetupDialogData();
+    pageSetup.SetMarginTopLeft(wxPoint(15, 15));
+    pageSetup.SetMarginBottomRight(wxPoint(15, 15));
     new wxDocTemplate(m_manager, "Lab document", "*.vyr", wxEmptyString, "vyr", "Lab document",
                       "Diagram", wxCLASSINFO(ViewerDocument), wxCLASSINFO(DiagramView));
     m_mainFrame = new MainFrame(m_manager);

@@ -60,6 +60,14 @@ int WriteAtomically(const wxString& target, const std::function<bool(const wxStr
     return kExitOutput;
 }
 
+int WriteSafely(const wxString& target, const std::function<bool(VyrSafeFile&)>& save) {
+    wxString reason;
+    if (vyrtools::WriteSafely(target, save, reason))
+        return kExitOk;
+    Complain(target, reason);
+    return kExitOutput;
+}
+
 int SaveDocument(const wxString& target, VyrBaseData& doc) {
     wxString reason;
     if (vyrtools::SaveDocument(target, doc, reason))

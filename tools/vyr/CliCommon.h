@@ -10,6 +10,7 @@
 #include <wx/string.h>
 
 class VyrBaseData;
+class VyrSafeFile;
 
 namespace vyr {
 
@@ -40,6 +41,10 @@ int OpenDocument(const wxString& path, VyrBaseData& doc, wxString* encoding = nu
 // the target, renamed over it only when `write` succeeded: a failure never destroys or
 // half-writes an existing file. Complains and answers kExitOutput on failure.
 int WriteAtomically(const wxString& target, const std::function<bool(const wxString&)>& write);
+
+// Writes `target` through `save`, which writes into the VyrSafeFile it is given as the library's
+// writers do (pictures: VyrDiagramExport::Save), complaining with the system's reason on failure.
+int WriteSafely(const wxString& target, const std::function<bool(VyrSafeFile&)>& save);
 
 // Saves `doc` to `target` in the same way (VyrBaseData::SaveSafely), complaining on failure.
 int SaveDocument(const wxString& target, VyrBaseData& doc);

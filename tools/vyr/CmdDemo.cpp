@@ -245,8 +245,9 @@ int RunDemo(const Args& args) {
         diagram->SetGridShown(true);
         int code = SaveDocument(base + ".vyr", doc);
         if (!code)
-            code = WriteAtomically(base + ".png", [&](const wxString& p) {
-                return VyrDiagramExport::SaveAsPng(diagram, p, 1200, 800, 1.0);
+            code = WriteSafely(base + ".png", [&](VyrSafeFile& file) {
+                return VyrDiagramExport::Save(diagram, VyrDiagramExport::kFormatPng, file, 1200,
+                                              800, 1.0);
             });
         if (!code)
             code = WriteAtomically(base + ".csv",

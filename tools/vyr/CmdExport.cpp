@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include <wx/filename.h>
 
@@ -132,10 +133,12 @@ int RunRender(const Args& args) {
     int width = 1200, height = 800;
     if (parsed.Has("--size") && !ParseSize(parsed.Value("--size"), width, height))
         return UsageError("render", "--size wants WxH, each from 16 to 20000");
+    // "all": every diagram of the document, one page each, which only a PDF can hold.
     const std::string diagramText = parsed.Value("--diagram", "0");
-    if (diagramText != "0" && diagramText != "1")
-        return UsageError("render", "--diagram wants 0 or 1");
-    const int diagramIndex = diagramText[0] - '0';
+    if (diagramText != "0" && diagramText != "1" && diagramText != "all")
+        return UsageError("render", "--diagram wants 0, 1 or all");
+    const bool allDiagrams = diagramText == "all";
+    const int diagramIndex = allDiagrams ? 0 : diagramText[0] - '0';
     double scale = 1.0;
     if (parsed.Has("--scale")) {
         char* end = nullptr;
@@ -150,11 +153,12 @@ int RunRender(const Args& args) {
     if (parsed.Has("--grid") && parsed.Has("--no-grid"))
         return UsageError("render", "--grid and --no-grid contradict each other");
     // Standard output takes a PNG picture.
-    const wxString outExtension = output.empty() || output == kStandardOutput
-                                      ? wxString("png")
-                                      : wxFileName(FromArg(output)).GetExt().Lower();
-    if (outExtension != "png" && outExtension != "svg")
-        return UsageError("render", "the output must end in .png or .svg");
+    VyrDiagramExport::Format format = VyrDiagramExport::kFormatPng;
+    if (!output.empty() && output != kStandardOutput &&
+        !VyrDiagramExport::GetFormatOfPath(FromArg(output), &format))
+        return UsageError("render", "the output must end in .png, .svg or .pdf");
+    if (allDiagrams && format != VyrDiagramExport::kFormatPdf)
+        return UsageError("render", "--diagram all needs a .pdf output (one page a diagram)");
 
     return ForEachInput(parsed.Operands(), [&](const wxString& input, bool bundled) {
         const wxString target =
@@ -164,21 +168,37 @@ int RunRender(const Args& args) {
         VyrBaseData doc(nullptr);
         if (int code = OpenDocument(input, doc))
             return code;
-        VyrDiagram* diagram = doc.GetDiagram(diagramIndex);
-        // The diagram's own settings stand unless an option forces one.
-        if (parsed.Has("--grid") || parsed.Has("--no-grid"))
-            diagram->SetGridShown(parsed.Has("--grid"));
-        if (parsed.Has("--time-labels"))
-            diagram->SetTimeLabels(true);
-        if (parsed.Has("--spectrum"))
-            diagram->SetSpectrum(true);
+        std::vector<VyrDiagram*> diagrams;
+        const int count = allDiagrams ? doc.GetDiagramCount() : 1;
+        for (int i = 0; i < count; ++i) {
+            VyrDiagram* diagram = doc.GetDiagram(allDiagrams ? i : diagramIndex);
+            // The diagram's own settings stand unless an option forces one.
+            if (parsed.Has("--grid") || parsed.Has("--no-grid"))
+                diagram->SetGridShown(parsed.Has("--grid"));
+            if (parsed.Has("--time-labels"))
+                diagram->SetTimeLabels(true);
+            if (parsed.Has("--spectrum"))
+                diagram->SetSpectrum(true);
+            diagrams.push_back(diagram);
+        }
         // Interval tools are drawn from the active document.
         VyrBaseData::SetActiveBase(&doc);
-        const int code = WriteOutput(target, !output.empty(), [&](const wxString& path) {
-            return outExtension == "svg"
-                       ? VyrDiagramExport::SaveAsSvg(diagram, path, width, height, scale)
-                       : VyrDiagramExport::SaveAsPng(diagram, path, width, height, scale);
-        });
+        int code = kExitOk;
+        if (target == kStandardOutput) {
+            code = WriteToStandardOutput([&](const wxString& path) {
+                return VyrDiagramExport::SaveAsPng(diagrams.front(), path, width, height, scale);
+            });
+        } else {
+            code = WriteSafely(target, [&](VyrSafeFile& file) {
+                return allDiagrams
+                           ? VyrDiagramExport::SaveAsPdfPages(diagrams, file, width, height, scale)
+                           : VyrDiagramExport::Save(diagrams.front(), format, file, width, height,
+                                                    scale);
+            });
+            // An output the user did not name is announced, so that it can be found.
+            if (code == kExitOk && output.empty())
+                std::printf("%s\n", (const char*)target.utf8_str());
+        }
         VyrBaseData::SetActiveBase(nullptr);
         return code;
     });

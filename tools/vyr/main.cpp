@@ -31,10 +31,12 @@ const std::vector<Command>& AllCommands() {
          "An output that is the input itself (under any spelling) is refused (exit 2).",
          &RunCsv},
         {"render",
-         "vyr render [FILE] [-o OUT.png|OUT.svg|-] [--size WxH] [--diagram 0|1]\n"
+         "vyr render [FILE] [-o OUT.png|OUT.svg|OUT.pdf|-] [--size WxH] [--diagram 0|1|all]\n"
          "           [--scale F] [--grid|--no-grid] [--time-labels] [--spectrum]",
          "Paints a diagram of the document as the application shows it (its curves, notes, title\n"
-         "and interval tools) into a PNG or SVG picture, without a display. --spectrum draws line\n"
+         "and interval tools) into a picture, without a display: PNG (pixels), SVG or PDF\n"
+         "(vectors; the PDF is one page of WxH points with its fonts embedded). --diagram all\n"
+         "writes every diagram of the document as a page of one PDF. --spectrum draws line\n"
          "style 4 in the colours of the wavelengths (nm). Default size 1200x800,\n"
          "diagram 0, scale 1. -o - writes a PNG to standard output. Without -o the output is\n"
          "named after the input (.png), beside it, and its path is printed. Without FILE: the\n"
@@ -68,7 +70,8 @@ void PrintUsage(FILE* out) {
     std::fprintf(out, "usage: vyr COMMAND [ARGS]\n\ncommands:\n");
     for (const vyr::Command& c : vyr::AllCommands())
         std::fprintf(out, "  %s\n", c.synopsis);
-    std::fprintf(out, "\nvyr help COMMAND describes one command.\n");
+    std::fprintf(out,
+                 "\nvyr help COMMAND describes one command; vyr --version prints the version.\n");
 }
 
 const vyr::Command* FindCommand(const char* name) {
@@ -112,6 +115,11 @@ int main(int argc, char** argv) {
     vyrtools::InstallResourceCatalogue();
 
     const char* name = argv[1];
+    if (std::strcmp(name, "--version") == 0 || std::strcmp(name, "version") == 0) {
+        // The version the build declares for the whole project (library and tools).
+        std::printf("vyr %s\n", VYR_VERSION);
+        return vyr::kExitOk;
+    }
     vyr::Args args(argv + 2, argv + argc);
     if (std::strcmp(name, "--help") == 0 || std::strcmp(name, "-h") == 0)
         return Help({});

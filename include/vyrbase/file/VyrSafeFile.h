@@ -64,7 +64,8 @@ public:
 
     // Open, then `write` with the temporary file's path (it writes the whole content there,
     // creating or truncating that file as it likes, and answers whether it succeeded), then
-    // Commit, or Discard when `write` answered false (kStepWrite).
+    // Commit, or Discard when `write` answered false (kStepWrite, with the errno that the
+    // writer's failing call left, so that a full disk is told as such; 0 when none was left).
     bool Write(const std::function<bool(const wxString& tempPath)>& write);
 
     Step GetFailedStep() const { return m_eFailedStep; }
@@ -78,8 +79,13 @@ public:
 
 private:
     friend class VyrBaseData;
+    friend class VyrDiagramExport;
 
     bool Failed(Step step, int error);
+    // Open, `write` into the temporary file's sink, then Commit; Discard when `write` answers
+    // false (kStepWrite with the sink's error) or memory cannot be had (kStepWrite, ENOMEM).
+    // How the library's own writers (documents, pictures) reach the disk.
+    bool WriteSink(const std::function<bool(VyrFileSink& sink)>& write);
     // The descriptor the document writer writes through (VyrBaseData::SaveSafely).
     VyrFileSink& GetSink() { return *m_pSink; }
 
