@@ -59,6 +59,18 @@ class TruthTestCase(VyrTestCase):
         shutil.copy(OSCILLATION, target)
         return target
 
+    def picture_text(self, source, *options):
+        """The texts of the PDF picture of `source`, as pdftotext reads them back."""
+        if not shutil.which("pdftotext"):
+            self.skipTest("pdftotext is missing (poppler-utils: scripts/deps.sh test)")
+        out = self.path(os.path.basename(source) + "%d.pdf" % len(os.listdir(self.dir)))
+        result = run("render", source, "-o", out, "--size", "600x400", *options)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        text = subprocess.run(["pdftotext", out, "-"], capture_output=True, text=True,
+                              timeout=120)
+        self.assertEqual(text.returncode, 0, text.stderr)
+        return text.stdout
+
     def render(self, source, *options):
         """The picture's size and a digest of its pixels."""
         out = self.path(os.path.basename(source) + "%d.png" % len(os.listdir(self.dir)))
@@ -205,6 +217,20 @@ class TimeLabelTest(TruthTestCase):
                                                    ramp(18, 24))])
         self.assertNotEqual(self.render(source, "--time-labels"), self.render(source))
 
+    def test_a_long_recording_reads_in_days_and_hours(self):
+        # The axis title and graduations the picture carries: days and hours every 6 hours
+        # with the option, kiloseconds without it.
+        source = self.write_document("long.vyr", [("t", "s", ramp(0, 226755), "T", "\u00b0C",
+                                                   ramp(18, 24))])
+        labelled = self.picture_text(source, "--time-labels")
+        self.assertIn("t (d:h)", labelled)
+        for label in ("0:06", "0:18", "1:00", "2:12"):
+            self.assertIn(label, labelled)
+        self.assertNotIn("IDS_", labelled)
+        plain = self.picture_text(source)
+        self.assertIn("t (ks)", plain)
+        self.assertNotIn("1:00", plain)
+
     def test_time_labels_leave_a_short_recording_alone(self):
         # Below a minute the seconds stay seconds.
         source = self.write_document("short.vyr", [("t", "s", ramp(0, 30), "T", "\u00b0C",
@@ -231,6 +257,13 @@ class ResourceNameTest(TruthTestCase):
             self.assertIn('"Experiment 1"', result.stdout)
             doc = json.loads(run("info", "--json", source).stdout)[0]
             self.assertEqual(doc["experiments"][0]["name"], "Experiment 1")
+
+    def test_pictures_carry_no_resource_name(self):
+        for source in self.documents():
+            text = self.picture_text(source, "--time-labels", "--diagram", "all")
+            self.assertNotIn("IDS_", text)
+        # The curve of the file without an experiment is drawn, with its titles.
+        self.assertIn("t (min:s)", text)
 
     def test_csv_names_the_default_experiment(self):
         _, headerless = self.documents()
