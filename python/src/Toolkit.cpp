@@ -6,6 +6,8 @@
 #include <wx/init.h>
 #include <wx/log.h>
 
+#include "ResourceCatalogue.h"
+
 void StartToolkit() {
     static bool started = false;
     if (started)
@@ -18,6 +20,9 @@ void StartToolkit() {
     // Failures reach Python as exceptions; the toolkit's message boxes would need a display.
     wxLog::EnableLogging(false);
     wxInitAllImageHandlers();
+    // The library's texts (the default experiment's name, time labels) come from the module's
+    // catalogue, as in the command-line tool.
+    vyrtools::InstallResourceCatalogue();
     // Never uninitialised: documents may still be alive while the interpreter shuts down.
     started = true;
 }

@@ -93,6 +93,29 @@ def test_to_csv_writes_the_columns_of_the_export(made, tmp_path):
     assert lines[4] == "120;64"
 
 
+def test_a_file_without_an_experiment_gets_the_default_one_named_in_english(made, tmp_path):
+    # The library names it through the toolkit's translations; the module brings the texts, so
+    # no resource name ("IDS_...") reaches the document or its CSV.
+    empty = tmp_path / "empty.vyr"
+    empty.write_bytes(b"")
+    assert [e.name for e in vyrbase.load(empty).experiments] == ["Experiment 1"]
+    # The curves of a file without an experiment section go into the default experiment.
+    doc, _, _ = made
+    doc.save(tmp_path / "cooling.vyr")
+    text = (tmp_path / "cooling.vyr").read_bytes().decode("utf-16")
+    start = text.index("[manipulation]")
+    end = text.index("\r\n\r\n", start) + 4
+    headerless = tmp_path / "headerless.vyr"
+    headerless.write_bytes(b"\xff\xfe" + (text[:start] + text[end:]).encode("utf-16-le"))
+    loaded = vyrbase.load(headerless)
+    assert [e.name for e in loaded.experiments] == ["Experiment 1"]
+    assert [c.name for c in loaded.experiments[0].curves] == ["cooling"]
+    loaded.to_csv(tmp_path / "headerless.csv")
+    exported = (tmp_path / "headerless.csv").read_bytes().decode("utf-8")
+    assert "IDS_" not in exported
+    assert exported.split("\r\n")[0] == "Experiment 1;"
+
+
 def test_to_csv_into_a_missing_folder_raises_oserror(made, tmp_path):
     with pytest.raises(OSError):
         made[0].to_csv(tmp_path / "missing" / "x.csv")

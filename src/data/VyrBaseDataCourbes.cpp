@@ -1,9 +1,8 @@
 // Creating experiments, curves and variables in the document.
 #include <climits>
 
-#include <wx/intl.h>
-
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/core/VyrResourceText.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrCourbeParam.h"
 #include "vyrbase/data/VyrExperience.h"
@@ -23,7 +22,7 @@ VyrExperience* VyrBaseData::CreateExperience(VyrExperienceParam& p) {
 wxString VyrBaseData::GenerateExperienceName(const wxString& prefix, bool manipulation) {
     wxString stem = prefix;
     if (stem.empty())
-        stem = wxGetTranslation(manipulation ? "IDS_MANIPULATION" : "IDS_EXPERIENCE");
+        stem = VyrResourceText::Get(manipulation ? "IDS_MANIPULATION" : "IDS_EXPERIENCE");
     // Not the count of experiments: one more than the largest number in use, so that a gap
     // left by a deleted experiment is never filled with a name the user saw before.
     long largest = 0;

@@ -1,13 +1,12 @@
 #include "vyrbase/data/VyrDeleteCurveCommand.h"
 
-#include <wx/intl.h>
-
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/core/VyrResourceText.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
 
 VyrDeleteCurveCommand::VyrDeleteCurveCommand(VyrCourbe* courbe, VyrExperience* experience)
-    : wxCommand(true, wxGetTranslation("IDS_MENU_SUPPRIMER")),
+    : wxCommand(true, VyrResourceText::Get("IDS_MENU_SUPPRIMER")),
       m_pCourbe(courbe),
       m_pExperience(experience) {}
 

@@ -1,12 +1,11 @@
 #include "vyrbase/data/VyrDeleteExperienceCommand.h"
 
-#include <wx/intl.h>
-
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/core/VyrResourceText.h"
 #include "vyrbase/data/VyrExperience.h"
 
 VyrDeleteExperienceCommand::VyrDeleteExperienceCommand(VyrExperience* experience)
-    : wxCommand(true, wxGetTranslation("IDS_MENU_SUPPRIMER")), m_pExperience(experience) {}
+    : wxCommand(true, VyrResourceText::Get("IDS_MENU_SUPPRIMER")), m_pExperience(experience) {}
 
 // Owns nothing: the detached experiment stays in the document's store, deleted with it.
 VyrDeleteExperienceCommand::~VyrDeleteExperienceCommand() = default;

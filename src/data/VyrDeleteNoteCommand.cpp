@@ -1,9 +1,8 @@
 // The one data source that needs the diagram: a title note belongs to a diagram, not a curve.
 #include "vyrbase/data/VyrDeleteNoteCommand.h"
 
-#include <wx/intl.h>
-
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/core/VyrResourceText.h"
 #include "vyrbase/core/VyrObserverMsg.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrNote.h"
@@ -25,7 +24,7 @@ void NotifyDataChanged(VyrBaseData* base, VyrCourbe* courbe) {
 }  // namespace
 
 VyrDeleteNoteCommand::VyrDeleteNoteCommand(VyrNote* note, VyrCourbe* courbe, VyrDiagram* diagram)
-    : wxCommand(true, wxGetTranslation("IDS_MENU_SUPPRIMER")),
+    : wxCommand(true, VyrResourceText::Get("IDS_MENU_SUPPRIMER")),
       m_pNote(note),
       m_pCourbe(courbe),
       m_pDiagram(diagram) {}

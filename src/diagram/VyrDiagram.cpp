@@ -1,9 +1,8 @@
 // Construction, copy and destruction of a diagram.
 #include "vyrbase/diagram/VyrDiagram.h"
 
-#include <wx/intl.h>
-
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/core/VyrResourceText.h"
 #include "vyrbase/data/VyrUnit.h"
 
 namespace {
@@ -17,7 +16,7 @@ VyrDiagram::VyrDiagram(VyrBaseData* base, int index)
       m_mapUnitX(kInitialBuckets),
       m_mapUnitY(kInitialBuckets),
       m_iIndex(index),
-      m_sSecondsSymbol(wxGetTranslation("IDS_SYMB_SECONDE")) {
+      m_sSecondsSymbol(VyrResourceText::Get("IDS_SYMB_SECONDE")) {
     // Plot and hit rectangles stay empty, so no transform exists until the first Move.
     m_ptOrigin = wxPoint(0, 0);
     UpdateUnits();

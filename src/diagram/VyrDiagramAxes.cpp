@@ -84,14 +84,13 @@ void VyrDiagram::PaintAxes(wxDC* dc) {
     const int ox = m_ptOrigin.x;
     const int oy = m_ptOrigin.y;
 
-    // 1. Multiples, unit labels and graduation steps.
-    wxString ux = m_sUx;
-    wxString uy = m_sUy;
+    // 1. Multiples, unit labels and graduation steps; the numbers drawn always agree with the
+    // unit label drawn beside them.
     wxString labelX, labelY;
     const double mx =
-        GetMultiple(std::max(std::fabs(s.GetXmin()), std::fabs(s.GetXmax())), ux, labelX);
+        GetAxisMultiple(std::max(std::fabs(s.GetXmin()), std::fabs(s.GetXmax())), m_sUx, labelX);
     const double my =
-        GetMultiple(std::max(std::fabs(s.GetYmin()), std::fabs(s.GetYmax())), uy, labelY);
+        GetAxisMultiple(std::max(std::fabs(s.GetYmin()), std::fabs(s.GetYmax())), m_sUy, labelY);
     const double sx = GetGraduationStep(s.GetXmax() - s.GetXmin(), mx);
     const double sy = GetGraduationStep(s.GetYmax() - s.GetYmin(), my);
 

@@ -6,9 +6,10 @@
 #include <climits>
 #include <cmath>
 
-#include <wx/intl.h>
+#include <wx/wxcrt.h>
 
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/core/VyrResourceText.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrUnit.h"
@@ -69,6 +70,33 @@ bool IsTimeMultiple(double m) {
 
 wxString ExponentLabel(const wxString& unit, int power) {
     return wxString::Format(L"%s x 10e%d", unit, power);
+}
+
+// Units that name no dimension: a prefix before them would read as a unit of its own.
+const wchar_t* const kDimensionless[] = {L"s.u."};
+
+// Whether a prefix written before `unit` says what its numbers were divided by. The prefix
+// binds to the unit's first symbol, so that symbol must carry no power of its own: "mm.s-1" is
+// "m.s-1" over 10^-3, but "mm2" is 10^-6 m2 and "ms-1" is 10^3 s-1. A unit that does not begin
+// with a letter ("%", "°", "1/s") takes no prefix at all.
+bool PrefixReadsAsDivisor(const wxString& unit) {
+    if (unit.empty())
+        return false;
+    for (const wchar_t* none : kDimensionless)
+        if (unit == none)
+            return false;
+    const wxUniChar first = unit[0];
+    const bool letter = wxIsalpha(first) || first == L'\u00b5' || first == L'\u03bc' ||
+                        first == L'\u03a9' || first == L'\u2126';
+    if (!letter)
+        return false;
+    for (const wxUniChar c : unit) {
+        if (c == '.' || c == '/' || c == '*' || c == ' ' || c == L'\u00b7')
+            return true;
+        if (wxIsdigit(c) || c == '-' || c == '+' || c == '^' || c == L'\u00b2' || c == L'\u00b3')
+            return false;
+    }
+    return true;
 }
 
 }  // namespace
@@ -169,15 +197,15 @@ double VyrDiagram::GetMultiple(double value, wxString& unit, wxString& label) {
     // A seconds axis may be labelled in minutes, hours or days.
     if (m_bTimeLabels && unit == m_sSecondsSymbol) {
         if (value >= kDay) {
-            label = wxGetTranslation("IDS_DAY_HOUR");
+            label = VyrResourceText::Get("IDS_DAY_HOUR");
             return kDay;
         }
         if (value >= kHour) {
-            label = wxGetTranslation("IDS_HMIN");
+            label = VyrResourceText::Get("IDS_HMIN");
             return kHour;
         }
         if (value >= kMinute) {
-            label = wxGetTranslation("IDS_MINS");
+            label = VyrResourceText::Get("IDS_MINS");
             return kMinute;
         }
     }
@@ -217,6 +245,28 @@ double VyrDiagram::GetMultiple(double value, wxString& unit, wxString& label) {
     }
     label = power >= 3 ? ExponentLabel(unit, power) : unit;
     return multiple;
+}
+
+double VyrDiagram::GetAxisMultiple(double value, const wxString& unit, wxString& label) {
+    wxString asked = unit;
+    const double multiple = GetMultiple(value, asked, label);
+    // Minutes, hours and days carry their own reading ("h:min"), which the labels follow.
+    if (m_bTimeLabels && unit == m_sSecondsSymbol && IsTimeMultiple(multiple))
+        return multiple;
+    if (multiple == 1.0)
+        return multiple;
+    // An axis without a unit has no title that could tell a divisor.
+    if (unit.empty()) {
+        label = unit;
+        return 1.0;
+    }
+    if (m_bPrefixes && !IsStopFormatMultiple(unit) && !PrefixReadsAsDivisor(unit)) {
+        // As for a unit exempt from prefixes: the power written out for large values.
+        const int power = static_cast<int>(std::lround(std::log10(multiple)));
+        label = power >= 3 ? ExponentLabel(unit, power) : unit;
+    }
+    // The bare unit says the numbers are shown as they are.
+    return label == unit ? 1.0 : multiple;
 }
 
 double VyrDiagram::GetGraduationStep(double range, double multiple) {

@@ -13,13 +13,13 @@
 
 #include <wx/file.h>
 #include <wx/filefn.h>
-#include <wx/intl.h>
 #include <wx/log.h>
 #include <wx/strconv.h>
 
 #include "core/VyrLargePages.h"
 #include "file/VyrReadText.h"
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/core/VyrResourceText.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
 
@@ -421,7 +421,7 @@ bool VyrBaseData::ParseTokenizedText(bool releaseConsumed) {
 
 void VyrBaseData::SimuleSectionManip() {
     VyrExperience* experience = static_cast<VyrExperience*>(CreateEntity(
-        VYR_KIND_EXPERIENCE, GetNewOid(), wxGetTranslation(L"IDS_EXPERIENCE1").wc_str()));
+        VYR_KIND_EXPERIENCE, GetNewOid(), VyrResourceText::Get(L"IDS_EXPERIENCE1").wc_str()));
     wxVyrListEntityNode* node = GetFirstCourbeNode();
     while (node)
         experience->AddCourbe(GetNextCourbe(&node));

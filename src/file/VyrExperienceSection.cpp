@@ -1,10 +1,10 @@
 // The experiment section "[manipulation]": name, description and the oids of its curves,
 // which the curve sections before it have created.
-#include <wx/intl.h>
 
 #include "file/VyrReadText.h"
 #include "file/VyrTextWriter.h"
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/core/VyrResourceText.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
 
@@ -37,7 +37,7 @@ wxString VyrBaseData::ParseExperience(bool* stop) {
     // An experiment left without a name takes the default one.
     auto finish = [&]() {
         if (experience && experience->GetEntityName().empty())
-            experience->SetEntityName(wxGetTranslation(L"IDS_EXPERIENCE1").wc_str());
+            experience->SetEntityName(VyrResourceText::Get(L"IDS_EXPERIENCE1").wc_str());
     };
     wxString header;
     std::wstring_view line;

@@ -11,6 +11,7 @@
 #include "support/CurveBuilder.h"
 #include "support/RecordingDC.h"
 #include "support/ReferenceImage.h"
+#include "support/TranslationScope.h"
 #include "support/VyrDiagramTestAccess.h"
 #include "vyrbase/data/VyrVecteur.h"
 
@@ -61,6 +62,13 @@ struct AxesFixture : ::testing::Test {
         return result;
     }
 };
+
+// An application's English time texts, installed before the document: its diagrams read the
+// seconds symbol when they are made.
+struct EnglishTimeTexts {
+    TranslationScope tr{TimeTexts()};
+};
+struct TimeAxesFixture : EnglishTimeTexts, AxesFixture {};
 
 }  // namespace
 
@@ -305,12 +313,67 @@ TEST_F(AxesFixture, PrefixedUnitsInTitlesAndScaledLabels) {
     Paint();
     EXPECT_NE(dc.FindText("t (s)"), nullptr);
     EXPECT_NE(dc.FindText(" (V)"), nullptr);
-    // The divisor stays 10^-3 although the bare unit is shown.
-    EXPECT_NE(dc.FindText("90"), nullptr);
+    // Under the bare unit the numbers are the values themselves.
+    EXPECT_NE(dc.FindText("0.09"), nullptr);
+    EXPECT_NE(dc.FindText("0.007"), nullptr);
+    EXPECT_EQ(dc.FindText("90"), nullptr);
+    EXPECT_EQ(dc.FindText("7"), nullptr);
 }
 
-TEST_F(AxesFixture, SecondsAxisInHoursAndMinutes) {
-    const wxString seconds = wxGetTranslation("IDS_SYMB_SECONDE");
+TEST_F(AxesFixture, NumbersUnderAUnitWithoutPrefixAreTheValues) {
+    // A pendulum's speed, -0.74 .. 0.66 m/s: "m/s" takes no prefix, so its numbers stay in m/s
+    // (never -800 .. 600 under "m/s").
+    VyrCourbe* v = AddCurve(doc, e, {"v", "m/s", "t", "s"}, {{0, -0.74}, {5, 0.66}});
+    ShowInDiagram(doc, 0, {v});
+    d->SetUnits("t", "s", "m/s");
+    SetRange(-2, 8, -0.8, 0.7);
+    Paint();
+    EXPECT_NE(dc.FindText(" (m/s)"), nullptr);
+    for (const char* label : {"-0.8", "-0.6", "-0.2", "0.2", "0.6"})
+        EXPECT_NE(dc.FindText(label), nullptr) << label;
+    for (const char* label : {"-800", "-600", "600", "200"})
+        EXPECT_EQ(dc.FindText(label), nullptr) << label;
+}
+
+TEST_F(TimeAxesFixture, TranslatedTimeLabelsReadInDaysAndHours) {
+    ASSERT_TRUE(tr.IsLoaded());
+    // A recording of 226,755 s with time labels: the seconds symbol translates to "s", so the
+    // time rule applies and the axis reads in days and hours, in the catalogue's words.
+    VyrCourbe* c = AddCurve(doc, e, {"T", L"\u00b0C", "t", "s"}, {{0, 18}, {226755, 24}});
+    ShowInDiagram(doc, 0, {c});
+    d->SetUnits("t", "s", L"\u00b0C");
+    d->SetTimeLabels(true);
+    SetRange(0, 226755, -5, 30);
+    Paint();
+    EXPECT_NE(dc.FindText("t (d:h)"), nullptr);
+    // Steps of 6 hours: 0:06, 0:12, 0:18, 1:00, ...
+    for (const char* label : {"0:06", "0:18", "1:00", "2:12"})
+        EXPECT_NE(dc.FindText(label), nullptr) << label;
+    ASSERT_FALSE(dc.Texts().empty());
+    for (const wxString& text : dc.Texts())
+        EXPECT_FALSE(text.Contains("IDS_")) << text;
+    d->SetTimeLabels(false);
+    Paint();
+    EXPECT_NE(dc.FindText("t (ks)"), nullptr);
+}
+
+TEST_F(AxesFixture, UntranslatedTimeLabelsShowTheKeys) {
+    // Without a catalogue the seconds symbol is its key: a unit spelt "s" is no time unit, and
+    // a unit spelt like the key is labelled with the key of its reading.
+    const wxString seconds = "IDS_SYMB_SECONDE";
+    VyrCourbe* c = AddCurve(doc, e, {"U", "V", "t", seconds}, {{0, 0}, {7300, 50}});
+    ShowInDiagram(doc, 0, {c});
+    d->SetUnits("t", seconds, "V");
+    d->SetTimeLabels(true);
+    SetRange(0, 7400, -20, 100);
+    Paint();
+    EXPECT_NE(dc.FindText("t (IDS_HMIN)"), nullptr);
+    EXPECT_NE(dc.FindText("1:00"), nullptr);
+}
+
+TEST_F(TimeAxesFixture, SecondsAxisInHoursAndMinutes) {
+    ASSERT_TRUE(tr.IsLoaded());
+    const wxString seconds = "s";
     VyrCourbe* c = AddCurve(doc, e, {"U", "V", "t", seconds}, {{0, 0}, {7300, 50}});
     ShowInDiagram(doc, 0, {c});
     d->SetUnits("t", seconds, "V");
@@ -325,7 +388,7 @@ TEST_F(AxesFixture, SecondsAxisInHoursAndMinutes) {
             labels.push_back(p.text);
     EXPECT_EQ(labels, (std::vector<wxString>{"0:10", "0:20", "0:30", "0:40", "0:50", "1:00", "1:10",
                                              "1:20", "1:30", "1:40", "1:50", "2:00"}));
-    EXPECT_NE(dc.FindText("t (" + wxGetTranslation("IDS_HMIN") + ")"), nullptr);
+    EXPECT_NE(dc.FindText("t (h:min)"), nullptr);
     // 600 s is 400 * 600 / 7400 = 32.4 pixels: column 32.
     EXPECT_NE(dc.FindLine(wxPoint(32, 250), wxPoint(32, 256)), nullptr);
     EXPECT_NE(dc.FindLine(wxPoint(389, 250), wxPoint(389, 256)), nullptr);
@@ -445,8 +508,9 @@ TEST_F(AxesFixture, ReferencePictureOfAxesWithGridAndTwoUnits) {
     EXPECT_TRUE(MatchesReference(RenderAxes(d, wxSize(401, 301)), "diagram/axes_grid.png"));
 }
 
-TEST_F(AxesFixture, ReferencePictureOfATimeAxisWithLabelsOnTheRight) {
-    const wxString seconds = wxGetTranslation("IDS_SYMB_SECONDE");
+TEST_F(TimeAxesFixture, ReferencePictureOfATimeAxisWithLabelsOnTheRight) {
+    ASSERT_TRUE(tr.IsLoaded());
+    const wxString seconds = "s";
     VyrCourbe* c = AddCurve(doc, e, {"U", "V", "t", seconds}, {{0, 0}, {7300, 50}});
     ShowInDiagram(doc, 0, {c});
     d->SetUnits("t", seconds, "V");

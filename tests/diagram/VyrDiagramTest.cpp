@@ -5,6 +5,7 @@
 
 #include "support/CurveBuilder.h"
 #include "support/RecordingObserver.h"
+#include "support/TranslationScope.h"
 #include "support/VyrDiagramTestAccess.h"
 #include "vyrbase/data/VyrUnit.h"
 
@@ -29,7 +30,7 @@ TEST(VyrDiagram, ConstructionInitialisesTheModel) {
     EXPECT_EQ(d.GetGraphObj(), nullptr);
     EXPECT_TRUE(d.GetShownEntities().IsEmpty());
     EXPECT_TRUE(d.GetPlottedCourbes().empty());
-    EXPECT_EQ(VyrDiagramTestAccess::SecondsSymbol(d), wxGetTranslation("IDS_SYMB_SECONDE"));
+    EXPECT_EQ(VyrDiagramTestAccess::SecondsSymbol(d), "IDS_SYMB_SECONDE");
     EXPECT_TRUE(d.IsPrefixes());
     EXPECT_FALSE(d.IsTimeLabels());
     EXPECT_FALSE(d.IsGridShown());
@@ -37,6 +38,14 @@ TEST(VyrDiagram, ConstructionInitialisesTheModel) {
     const VyrScale* standard = d.GetScale(VYR_SCALE_STANDARD);
     EXPECT_EQ(standard->GetXmax(), 1.0);
     EXPECT_EQ(standard->GetYmax(), 1.0);
+}
+
+TEST(VyrDiagram, TheSecondsSymbolIsTheApplicationsTranslation) {
+    TranslationScope tr(std::map<std::string, std::string>{{"IDS_SYMB_SECONDE", "sec"}});
+    ASSERT_TRUE(tr.IsLoaded());
+    VyrBaseData doc(nullptr);
+    VyrDiagram d(&doc, 0);
+    EXPECT_EQ(VyrDiagramTestAccess::SecondsSymbol(d), "sec");
 }
 
 TEST(VyrDiagram, ConstructionRegistersWithTheDocumentLast) {

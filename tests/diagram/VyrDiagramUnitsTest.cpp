@@ -8,6 +8,7 @@
 #include <wx/intl.h>
 
 #include "support/CurveBuilder.h"
+#include "support/TranslationScope.h"
 #include "support/VyrDiagramTestAccess.h"
 #include "vyrbase/data/VyrUnit.h"
 #include "vyrbase/data/VyrVecteur.h"
@@ -39,6 +40,13 @@ struct UnitsFixture : ::testing::Test {
     VyrBaseData doc{nullptr};
     VyrDiagram& d = *doc.GetDiagram(0);
 };
+
+// The same with an application's English time texts installed before the document: its
+// diagrams read the seconds symbol when they are made.
+struct EnglishTimeTexts {
+    TranslationScope tr{TimeTexts()};
+};
+struct TimeUnitsFixture : EnglishTimeTexts, UnitsFixture {};
 
 // The SI prefix of a power of ten that is a multiple of 3 within -24..24, written out
 // independently of the library's table.
@@ -268,19 +276,32 @@ TEST_F(UnitsFixture, ExactDecadesAndZero) {
     EXPECT_EQ(GetMultiple(d, std::nan(""), "V").label, "V");
 }
 
-TEST_F(UnitsFixture, TimeLabelsOnASecondsAxis) {
-    const wxString seconds = wxGetTranslation("IDS_SYMB_SECONDE");
+TEST_F(UnitsFixture, TimeLabelsWithoutACatalogueAreTheKeys) {
+    EXPECT_EQ(VyrDiagramTestAccess::SecondsSymbol(d), "IDS_SYMB_SECONDE");
+    d.SetTimeLabels(true);
+    Multiple m = GetMultiple(d, 86400, "IDS_SYMB_SECONDE");
+    EXPECT_DOUBLE_EQ(m.divisor, 86400);
+    EXPECT_EQ(m.label, "IDS_DAY_HOUR");
+    EXPECT_EQ(GetMultiple(d, 7200, "IDS_SYMB_SECONDE").label, "IDS_HMIN");
+    EXPECT_EQ(GetMultiple(d, 60, "IDS_SYMB_SECONDE").label, "IDS_MINS");
+    // "s" is not the seconds symbol then: the ordinary rule.
+    EXPECT_EQ(GetMultiple(d, 7200, "s").label, "ks");
+}
+
+TEST_F(TimeUnitsFixture, TimeLabelsOnASecondsAxis) {
+    ASSERT_TRUE(tr.IsLoaded());
+    const wxString seconds = "s";
     EXPECT_EQ(VyrDiagramTestAccess::SecondsSymbol(d), seconds);
     d.SetTimeLabels(true);
     Multiple m = GetMultiple(d, 86400, seconds);
     EXPECT_DOUBLE_EQ(m.divisor, 86400);
-    EXPECT_EQ(m.label, wxGetTranslation("IDS_DAY_HOUR"));
+    EXPECT_EQ(m.label, "d:h");
     m = GetMultiple(d, 86399, seconds);
     EXPECT_DOUBLE_EQ(m.divisor, 3600);
-    EXPECT_EQ(m.label, wxGetTranslation("IDS_HMIN"));
+    EXPECT_EQ(m.label, "h:min");
     m = GetMultiple(d, 60, seconds);
     EXPECT_DOUBLE_EQ(m.divisor, 60);
-    EXPECT_EQ(m.label, wxGetTranslation("IDS_MINS"));
+    EXPECT_EQ(m.label, "min:s");
     // Below a minute: the ordinary rule.
     m = GetMultiple(d, 59, seconds);
     EXPECT_DOUBLE_EQ(m.divisor, 1);
@@ -289,6 +310,106 @@ TEST_F(UnitsFixture, TimeLabelsOnASecondsAxis) {
     EXPECT_EQ(GetMultiple(d, 7200, "min").label, "kmin");
     d.SetTimeLabels(false);
     EXPECT_EQ(GetMultiple(d, 7200, seconds).label, "k" + seconds);
+}
+
+Multiple AxisMultiple(VyrDiagram& d, double value, const wxString& unit) {
+    wxString label = "untouched";
+    const double divisor = VyrDiagramTestAccess::GetAxisMultiple(d, value, unit, label);
+    return {divisor, label};
+}
+
+TEST_F(UnitsFixture, AxisNumbersAgreeWithTheUnitShown) {
+    struct Case {
+        double value;
+        const wchar_t* unit;
+        const wchar_t* label;
+        double divisor;
+    };
+    const Case cases[] = {
+        // Exempt units keep their numbers below 1000 and write the power out above.
+        {0.74, L"m/s", L"m/s", 1},
+        {740, L"m/s", L"m/s", 1},
+        {7400, L"m/s", L"m/s x 10e3", 1e3},
+        {0.005, L"\u00b0C", L"\u00b0C", 1},
+        {5000, L"\u00b0C", L"\u00b0C x 10e3", 1e3},
+        {0.005, L"ppm", L"ppm", 1},
+        // A prefix before a compound unit whose first symbol has no power tells the divisor.
+        {0.74, L"m.s-1", L"mm.s-1", 1e-3},
+        {7400, L"m.s-1", L"km.s-1", 1e3},
+        {0.004, L"V", L"mV", 1e-3},
+        {0.004, L"mol/L", L"mmol/L", 1e-3},
+        // A prefix would not: a powered first symbol, no letter, no dimension, no unit.
+        {0.005, L"m2", L"m2", 1},
+        {5000, L"m2", L"m2 x 10e3", 1e3},
+        {0.005, L"s-1", L"s-1", 1},
+        {0.005, L"m\u00b2", L"m\u00b2", 1},
+        {0.005, L"%", L"%", 1},
+        {5000, L"%", L"% x 10e3", 1e3},
+        {0.005, L"1/s", L"1/s", 1},
+        {0.005, L"s.u.", L"s.u.", 1},
+        {0.005, L"", L"", 1},
+        {5000, L"", L"", 1},
+        // Units with a prefix of their own shift it.
+        {2500, L"mV", L"V", 1e3},
+        {0.5, L"mV", L"\u00b5V", 1e-3},
+        {0.5, L"k\u03a9", L"\u03a9", 1e-3},
+        {5000, L"nm", L"nm", 1},
+    };
+    for (const Case& c : cases) {
+        const Multiple m = AxisMultiple(d, c.value, c.unit);
+        EXPECT_EQ(m.label, c.label) << c.value << " " << wxString(c.unit);
+        EXPECT_DOUBLE_EQ(m.divisor, c.divisor) << c.value << " " << wxString(c.unit);
+    }
+    // What GetMultiple itself answers for the exempt unit stays as it is: the bare unit with
+    // the divisor 10^-3.
+    const Multiple raw = GetMultiple(d, 0.74, "m/s");
+    EXPECT_EQ(raw.label, "m/s");
+    EXPECT_DOUBLE_EQ(raw.divisor, 1e-3);
+}
+
+TEST_F(UnitsFixture, WithoutPrefixesTheNumbersStayTheValuesUnderTheBareUnit) {
+    d.SetPrefixes(false);
+    EXPECT_EQ(AxisMultiple(d, 0.004, "V").label, "V");
+    EXPECT_DOUBLE_EQ(AxisMultiple(d, 0.004, "V").divisor, 1);
+    EXPECT_EQ(AxisMultiple(d, 5000, "V").label, "V x 10e3");
+    EXPECT_DOUBLE_EQ(AxisMultiple(d, 5000, "V").divisor, 1e3);
+}
+
+TEST_F(UnitsFixture, AnAxisNeverDividesWithoutSayingSo) {
+    // Over every decade and these units, with prefixes on and off: a divisor other than 1
+    // comes with a label that states it, either as "x 10e<power>" of the same power or as a
+    // label other than the bare unit (a prefix); a bare unit always means divisor 1.
+    const wchar_t* const units[] = {L"V",  L"m/s", L"m.s-1", L"\u00b0C", L"%",  L"",
+                                    L"m2", L"s-1", L"mV",    L"k\u03a9", L"nm", L"s.u.",
+                                    L"s",  L"ppm", L"hPa",   L"g/L"};
+    for (bool prefixes : {true, false}) {
+        d.SetPrefixes(prefixes);
+        for (const wchar_t* unit : units) {
+            for (int e = -12; e <= 12; ++e) {
+                const double value = 3 * std::pow(10.0, e);
+                const Multiple m = AxisMultiple(d, value, unit);
+                const wxString where = wxString::Format("%g %s", value, unit);
+                if (m.label == unit) {
+                    EXPECT_DOUBLE_EQ(m.divisor, 1) << where;
+                    continue;
+                }
+                int power = 0;
+                if (m.label.StartsWith(wxString(unit) + " x 10e") &&
+                    m.label.AfterLast('e').ToInt(&power))
+                    EXPECT_DOUBLE_EQ(m.divisor, std::pow(10.0, power)) << where;
+                else
+                    EXPECT_FALSE(wxString(unit).empty()) << where;
+            }
+        }
+    }
+}
+
+TEST_F(TimeUnitsFixture, TimeLabelsOnTheAxisKeepTheirMultiple) {
+    ASSERT_TRUE(tr.IsLoaded());
+    d.SetTimeLabels(true);
+    const Multiple m = AxisMultiple(d, 226755, "s");
+    EXPECT_EQ(m.label, "d:h");
+    EXPECT_DOUBLE_EQ(m.divisor, 86400);
 }
 
 TEST(VyrDiagramUnits, IsStopFormatMultipleListsExactlyTheExemptUnits) {
@@ -350,14 +471,16 @@ TEST(VyrDiagramUnits, TimeStepOfTwoHoursIsTenMinutes) {
 }
 
 TEST(VyrDiagramUnits, TwoHourAxisLabelsInHoursAndMinutes) {
+    TranslationScope tr(TimeTexts());
+    ASSERT_TRUE(tr.IsLoaded());
     VyrBaseData doc(nullptr);
     VyrDiagram& d = *doc.GetDiagram(0);
     d.SetTimeLabels(true);
-    wxString unit = wxGetTranslation("IDS_SYMB_SECONDE");
+    wxString unit = "s";
     wxString label;
     const double m = d.GetMultiple(7200, unit, label);
     EXPECT_DOUBLE_EQ(m, 3600);
-    EXPECT_EQ(label, wxGetTranslation("IDS_HMIN"));
+    EXPECT_EQ(label, "h:min");
     const double step = VyrDiagramTestAccess::GetGraduationStep(7200, m);
     EXPECT_DOUBLE_EQ(step, 600);
     std::vector<wxString> labels;

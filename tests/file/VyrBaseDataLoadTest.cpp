@@ -11,6 +11,7 @@
 
 #include "FileTestSupport.h"
 #include "support/RecordingObserver.h"
+#include "support/TranslationScope.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrCompteRendu.h"
 #include "vyrbase/data/VyrExperience.h"
@@ -145,6 +146,15 @@ TEST(VyrBaseDataLoad, EmptyOrBlankFileGivesOneDefaultExperiment) {
         EXPECT_EQ(wxString(L"IDS_EXPERIENCE1"), e->GetEntityName());
         EXPECT_EQ(0, static_cast<VyrExperience*>(e)->GetNbCourbe());
     }
+}
+
+TEST(VyrBaseDataLoad, TheDefaultExperimentTakesTheApplicationsTranslation) {
+    TranslationScope tr(std::map<std::string, std::string>{{"IDS_EXPERIENCE1", "Versuch 1"}});
+    ASSERT_TRUE(tr.IsLoaded());
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(LoadBytes(doc, Utf16File(L"")));
+    ASSERT_EQ(1u, doc.GetEntityList().GetCount());
+    EXPECT_EQ(wxString(L"Versuch 1"), doc.GetEntityList().GetFirst()->GetData()->GetEntityName());
 }
 
 TEST(VyrBaseDataLoad, BigEndianMarkIsRefusedAndLeavesTheDocumentEmpty) {

@@ -22,6 +22,11 @@ public:
     static wxString FormatGraduation(double value, double multiple) {
         return VyrDiagram::FormatGraduation(value, multiple);
     }
+    // The multiple and unit label an axis draws.
+    static double GetAxisMultiple(VyrDiagram& d, double value, const wxString& unit,
+                                  wxString& label) {
+        return d.GetAxisMultiple(value, unit, label);
+    }
 
     // Transforms.
     static wxPoint ClipPixel(VyrDiagram& d, wxPoint p) { return d.ClipPixel(p); }

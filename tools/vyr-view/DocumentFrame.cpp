@@ -56,8 +56,8 @@ wxMenuBar* DocumentFrame::MakeMenuBar() {
     file->AppendSeparator();
     file->Append(wxID_EXIT, "E&xit\tCtrl+Q");
 
-    // Undo and Redo keep their plain labels: the commands are named by a translation key
-    // ("IDS_MENU_SUPPRIMER") whose catalogue belongs to the full application.
+    // Undo and Redo keep their plain labels: the viewer does not hand the edit menu to the
+    // command processor, which would name them after the commands.
     auto* edit = new wxMenu;
     edit->Append(wxID_UNDO, "&Undo\tCtrl+Z");
     edit->Append(wxID_REDO, "&Redo\tCtrl+Y");

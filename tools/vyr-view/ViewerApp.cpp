@@ -8,6 +8,7 @@
 
 #include "DiagramView.h"
 #include "MainFrame.h"
+#include "ResourceCatalogue.h"
 #include "ScriptDriver.h"
 #include "ViewerDocument.h"
 
@@ -36,6 +37,9 @@ bool ViewerApp::OnInit() {
     if (!wxApp::OnInit())
         return false;
     SetAppName("vyr-view");
+    // The library's texts (experiment names, the name of deletions, time labels) come from the
+    // viewer's catalogue, installed before any document is made.
+    vyrtools::InstallResourceCatalogue();
     wxImage::AddHandler(new wxPNGHandler);
     if (!m_scriptPath.empty())
         // A script runs unattended: errors go to the standard error, never to a dialog.

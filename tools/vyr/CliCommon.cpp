@@ -1,7 +1,12 @@
 #include "CliCommon.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
+#include <sys/stat.h>
+
+#include <wx/filefn.h>
 #include <wx/filename.h>
 
 #include "AtomicWrite.h"
@@ -71,10 +76,54 @@ int SaveDocument(const wxString& target, VyrBaseData& doc) {
     return kExitOutput;
 }
 
-wxString WithExtension(const wxString& path, const wxString& extension) {
-    wxFileName name(path);
-    name.SetExt(extension);
-    return name.GetFullPath();
+const char* const kStandardOutput = "-";
+
+namespace {
+
+// Copies the file at `path` to standard output; the system's reason on failure.
+bool CopyToStandardOutput(const wxString& path, wxString& reason) {
+    std::FILE* in = std::fopen(path.fn_str(), "rb");
+    if (!in) {
+        reason = wxString("cannot write: ") + std::strerror(errno);
+        return false;
+    }
+    char buffer[1 << 16];
+    bool ok = true;
+    size_t n;
+    while (ok && (n = std::fread(buffer, 1, sizeof buffer, in)) > 0)
+        ok = std::fwrite(buffer, 1, n, stdout) == n;
+    // The last bytes are still buffered: only the flush tells whether they arrived.
+    ok = ok && !std::ferror(in) && std::fflush(stdout) == 0;
+    const int error = errno;
+    std::fclose(in);
+    if (!ok)
+        reason = wxString("cannot write: ") + std::strerror(error);
+    return ok;
+}
+
+}  // namespace
+
+int WriteToStandardOutput(const std::function<bool(const wxString&)>& write) {
+    const wxString temporary = wxFileName::CreateTempFileName("vyr");
+    wxString reason = "cannot write: cannot create a temporary file";
+    bool ok = !temporary.empty();
+    if (ok) {
+        ok = write(temporary);
+        if (!ok)
+            reason = "cannot write";
+        ok = ok && CopyToStandardOutput(temporary, reason);
+        wxRemoveFile(temporary);
+    }
+    if (ok)
+        return kExitOk;
+    Complain("standard output", reason);
+    return kExitOutput;
+}
+
+bool IsSameFile(const wxString& a, const wxString& b) {
+    struct stat first, second;
+    return ::stat(a.fn_str(), &first) == 0 && ::stat(b.fn_str(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
 }  // namespace vyr

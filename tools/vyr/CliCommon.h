@@ -49,8 +49,17 @@ int WriteSafely(const wxString& target, const std::function<bool(VyrSafeFile&)>&
 // Saves `doc` to `target` in the same way (VyrBaseData::SaveSafely), complaining on failure.
 int SaveDocument(const wxString& target, VyrBaseData& doc);
 
-// `path` with its extension replaced by `extension` (given without the dot).
-wxString WithExtension(const wxString& path, const wxString& extension);
+// The output name that stands for standard output ("-o -").
+extern const char* const kStandardOutput;
+
+// Writes the output through `write` (which writes the file it is given) into a temporary file,
+// then copies it to standard output. Complains and answers kExitOutput when `write` failed or
+// standard output refused the bytes (a full disk, a closed pipe).
+int WriteToStandardOutput(const std::function<bool(const wxString&)>& write);
+
+// Whether both paths exist and name the same file, however they are spelt (relative or
+// absolute, through symbolic or hard links).
+bool IsSameFile(const wxString& a, const wxString& b);
 
 }  // namespace vyr
 

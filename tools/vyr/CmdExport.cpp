@@ -1,4 +1,5 @@
 // vyr csv, vyr render and vyr convert: load a document, write one file from it.
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -20,22 +21,49 @@ wxString FromArg(const std::string& s) {
     return wxString::FromUTF8(s.c_str());
 }
 
-// Runs `one` on every input (the bundled sample when there is none) and answers the first
-// failure's exit code, after every input was tried.
+// Runs `one` on every input (the bundled sample when there is none; `bundled` tells) and
+// answers the first failure's exit code, after every input was tried.
 template <class Fn>
 int ForEachInput(const Args& operands, Fn one) {
-    std::vector<wxString> inputs;
-    for (const std::string& s : operands)
-        inputs.push_back(FromArg(s));
-    if (inputs.empty())
-        inputs.push_back(DefaultSample());
+    if (operands.empty())
+        return one(DefaultSample(), true);
     int result = kExitOk;
-    for (const wxString& input : inputs) {
-        const int code = one(input);
+    for (const std::string& s : operands) {
+        const int code = one(FromArg(s), false);
         if (code != kExitOk && result == kExitOk)
             result = code;
     }
     return result;
+}
+
+// Where an output goes when no -o names it: named after the input, beside it; the bundled
+// sample's in the current directory, since the samples folder is not the user's to write in.
+wxString DefaultOutput(const wxString& input, bool bundled, const wxString& extension) {
+    wxFileName name(input);
+    name.SetExt(extension);
+    if (bundled)
+        name.SetPath(wxString());
+    return name.GetFullPath();
+}
+
+// The one output of an input: refused (usage error) when it is the input itself.
+int CheckOutput(const char* command, const wxString& input, const wxString& target) {
+    if (target == kStandardOutput || !IsSameFile(input, target))
+        return kExitOk;
+    Complain(command, target + " is the input itself; choose another output with -o");
+    return kExitUsage;
+}
+
+// Writes `target` through `write`: "-" to standard output, anything else atomically. An output
+// the user did not name is announced, so that it can be found.
+int WriteOutput(const wxString& target, bool named,
+                const std::function<bool(const wxString&)>& write) {
+    if (target == kStandardOutput)
+        return WriteToStandardOutput(write);
+    const int code = WriteAtomically(target, write);
+    if (code == kExitOk && !named)
+        std::printf("%s\n", (const char*)target.utf8_str());
+    return code;
 }
 
 bool ParseSize(const std::string& text, int& width, int& height) {
@@ -69,13 +97,16 @@ int RunCsv(const Args& args) {
     std::string output = parsed.Value("-o", parsed.Value("--output"));
     if (!output.empty() && parsed.Operands().size() > 1)
         return UsageError("csv", "-o takes one input file");
-    return ForEachInput(parsed.Operands(), [&](const wxString& input) {
+    return ForEachInput(parsed.Operands(), [&](const wxString& input, bool bundled) {
+        const wxString target =
+            output.empty() ? DefaultOutput(input, bundled, "csv") : FromArg(output);
+        if (int code = CheckOutput("csv", input, target))
+            return code;
         VyrBaseData doc(nullptr);
         if (int code = OpenDocument(input, doc))
             return code;
-        const wxString target = output.empty() ? WithExtension(input, "csv") : FromArg(output);
-        return WriteAtomically(target,
-                               [&](const wxString& path) { return doc.SaveAsCsvUTF8(path); });
+        return WriteOutput(target, !output.empty(),
+                           [&](const wxString& path) { return doc.SaveAsCsvUTF8(path); });
     });
 }
 
@@ -94,7 +125,7 @@ int RunConvert(const Args& args) {
 }
 
 int RunRender(const Args& args) {
-    Arguments parsed({"--grid", "--time-labels", "--spectrum"},
+    Arguments parsed({"--grid", "--no-grid", "--time-labels", "--spectrum"},
                      {"-o", "--output", "--size", "--diagram", "--scale"});
     std::string error;
     if (!parsed.Parse(args, error))
@@ -119,13 +150,21 @@ int RunRender(const Args& args) {
     const std::string output = parsed.Value("-o", parsed.Value("--output"));
     if (!output.empty() && parsed.Operands().size() > 1)
         return UsageError("render", "-o takes one input file");
+    if (parsed.Has("--grid") && parsed.Has("--no-grid"))
+        return UsageError("render", "--grid and --no-grid contradict each other");
+    // Standard output takes a PNG picture.
     VyrDiagramExport::Format format = VyrDiagramExport::kFormatPng;
-    if (!output.empty() && !VyrDiagramExport::GetFormatOfPath(FromArg(output), &format))
+    if (!output.empty() && output != kStandardOutput &&
+        !VyrDiagramExport::GetFormatOfPath(FromArg(output), &format))
         return UsageError("render", "the output must end in .png, .svg or .pdf");
     if (allDiagrams && format != VyrDiagramExport::kFormatPdf)
         return UsageError("render", "--diagram all needs a .pdf output (one page a diagram)");
 
-    return ForEachInput(parsed.Operands(), [&](const wxString& input) {
+    return ForEachInput(parsed.Operands(), [&](const wxString& input, bool bundled) {
+        const wxString target =
+            output.empty() ? DefaultOutput(input, bundled, "png") : FromArg(output);
+        if (int code = CheckOutput("render", input, target))
+            return code;
         VyrBaseData doc(nullptr);
         if (int code = OpenDocument(input, doc))
             return code;
@@ -133,20 +172,33 @@ int RunRender(const Args& args) {
         const int count = allDiagrams ? doc.GetDiagramCount() : 1;
         for (int i = 0; i < count; ++i) {
             VyrDiagram* diagram = doc.GetDiagram(allDiagrams ? i : diagramIndex);
-            diagram->SetGridShown(parsed.Has("--grid"));
-            diagram->SetTimeLabels(parsed.Has("--time-labels"));
-            diagram->SetSpectrum(parsed.Has("--spectrum"));
+            // The diagram's own settings stand unless an option forces one.
+            if (parsed.Has("--grid") || parsed.Has("--no-grid"))
+                diagram->SetGridShown(parsed.Has("--grid"));
+            if (parsed.Has("--time-labels"))
+                diagram->SetTimeLabels(true);
+            if (parsed.Has("--spectrum"))
+                diagram->SetSpectrum(true);
             diagrams.push_back(diagram);
         }
         // Interval tools are drawn from the active document.
         VyrBaseData::SetActiveBase(&doc);
-        const wxString target = output.empty() ? WithExtension(input, "png") : FromArg(output);
-        const int code = WriteSafely(target, [&](VyrSafeFile& file) {
-            return allDiagrams
-                       ? VyrDiagramExport::SaveAsPdfPages(diagrams, file, width, height, scale)
-                       : VyrDiagramExport::Save(diagrams.front(), format, file, width, height,
-                                                scale);
-        });
+        int code = kExitOk;
+        if (target == kStandardOutput) {
+            code = WriteToStandardOutput([&](const wxString& path) {
+                return VyrDiagramExport::SaveAsPng(diagrams.front(), path, width, height, scale);
+            });
+        } else {
+            code = WriteSafely(target, [&](VyrSafeFile& file) {
+                return allDiagrams
+                           ? VyrDiagramExport::SaveAsPdfPages(diagrams, file, width, height, scale)
+                           : VyrDiagramExport::Save(diagrams.front(), format, file, width, height,
+                                                    scale);
+            });
+            // An output the user did not name is announced, so that it can be found.
+            if (code == kExitOk && output.empty())
+                std::printf("%s\n", (const char*)target.utf8_str());
+        }
         VyrBaseData::SetActiveBase(nullptr);
         return code;
     });

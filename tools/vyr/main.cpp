@@ -8,6 +8,7 @@
 
 #include "CliCommon.h"
 #include "Commands.h"
+#include "ResourceCatalogue.h"
 
 namespace vyr {
 
@@ -18,22 +19,35 @@ const std::vector<Command>& AllCommands() {
          "quantities, units, point counts, invalid points, ranges), notes, interval tools, "
          "report,\n"
          "grid, pictures, physiology records, diagram count and unknown sections kept.\n"
-         "--json prints the same as one JSON array for scripts. Without FILE: the bundled sample.",
+         "--json prints the same as one JSON array for scripts. Without FILE: the bundled sample.\n"
+         "A file without an experiment (empty, or curves only) shows the one that loading gives\n"
+         "it, \"Experiment 1\", as the application does. \"grid\" is the table of the\n"
+         "application's table view, not the diagram's grid.",
          &RunInfo},
-        {"csv", "vyr csv [FILE] [-o OUT.csv]",
-         "Exports the measured data as CSV (UTF-8, \";\" separated). Without -o the output is\n"
-         "named after the input. Without FILE: the bundled sample.",
+        {"csv", "vyr csv [FILE] [-o OUT.csv|-]",
+         "Exports the measured data as CSV (UTF-8, \";\" separated). -o - writes it to standard\n"
+         "output. Without -o the output is named after the input, beside it, and its path is\n"
+         "printed. Without FILE: the bundled sample, whose CSV goes to the current directory.\n"
+         "An output that is the input itself (under any spelling) is refused (exit 2).",
          &RunCsv},
         {"render",
-         "vyr render [FILE] [-o OUT.png|OUT.svg|OUT.pdf] [--size WxH] [--diagram 0|1|all]\n"
-         "           [--scale F] [--grid] [--time-labels] [--spectrum]",
+         "vyr render [FILE] [-o OUT.png|OUT.svg|OUT.pdf|-] [--size WxH] [--diagram 0|1|all]\n"
+         "           [--scale F] [--grid|--no-grid] [--time-labels] [--spectrum]",
          "Paints a diagram of the document as the application shows it (its curves, notes, title\n"
          "and interval tools) into a picture, without a display: PNG (pixels), SVG or PDF\n"
          "(vectors; the PDF is one page of WxH points with its fonts embedded). --diagram all\n"
          "writes every diagram of the document as a page of one PDF. --spectrum draws line\n"
          "style 4 in the colours of the wavelengths (nm). Default size 1200x800,\n"
-         "diagram 0, scale 1; without -o the output is named after the input (.png).\n"
-         "Without FILE: the bundled sample.",
+         "diagram 0, scale 1. -o - writes a PNG to standard output. Without -o the output is\n"
+         "named after the input (.png), beside it, and its path is printed. Without FILE: the\n"
+         "bundled sample, whose picture goes to the current directory. An output that is the\n"
+         "input itself is refused (exit 2).\n"
+         "Grid: the document file keeps no diagram settings, so the diagram's grid is off as the\n"
+         "application opens the document; --grid draws it, --no-grid never draws it.\n"
+         "--time-labels labels a seconds axis of a minute or more in min:s, h:min or d:h.\n"
+         "Axis numbers always agree with the unit shown beside them: a unit that takes no\n"
+         "prefix (m/s, \u00b0C, %, or none) keeps its numbers unscaled below 1000 and says\n"
+         "\"x 10e3\" and up above.",
          &RunRender},
         {"convert", "vyr convert IN OUT",
          "Loads IN (UTF-16, UTF-8 or ISO-8859-1) and saves it again as OUT in the canonical\n"
@@ -97,6 +111,8 @@ int main(int argc, char** argv) {
     // a display to be shown.
     wxLog::EnableLogging(false);
     wxInitAllImageHandlers();
+    // The library's texts (experiment names, time labels) come from the tool's catalogue.
+    vyrtools::InstallResourceCatalogue();
 
     const char* name = argv[1];
     if (std::strcmp(name, "--version") == 0 || std::strcmp(name, "version") == 0) {

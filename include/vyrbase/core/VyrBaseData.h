@@ -187,8 +187,9 @@ public:
 
     // The experiment named exactly like p's name, or a new one (fresh oid, code 13).
     VyrExperience* CreateExperience(VyrExperienceParam& p);
-    // The stem (prefix, or the translation of "IDS_MANIPULATION"/"IDS_EXPERIENCE") followed by
-    // one more than the largest number that follows the stem in an experiment's name.
+    // The stem (prefix, or the resource text of "IDS_MANIPULATION"/"IDS_EXPERIENCE",
+    // VyrResourceText) followed by one more than the largest number that follows the stem in an
+    // experiment's name.
     wxString GenerateExperienceName(const wxString& prefix, bool manipulation);
     // Creates a curve and its two vectors in `e` (three consecutive oids), or reuses and
     // empties the curve with the same quantities and units. Code 11 always; code 1 (null) when

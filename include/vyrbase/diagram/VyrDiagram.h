@@ -252,6 +252,11 @@ private:
     void PaintOutilIntervals(wxDC* dc);
     void PaintOutilInterval(wxDC* dc, VyrOutilInterval* tool);
 
+    // GetMultiple as an axis shows it: the divisor of the numbers drawn and the unit label
+    // drawn with them, which never disagree. Where GetMultiple's label does not carry its
+    // divisor (a bare unit, a unit the title does not show, a prefix that cannot apply to the
+    // unit) the numbers are drawn unscaled, or the divisor is written out as " x 10e".
+    double GetAxisMultiple(double value, const wxString& unit, wxString& label);
     // Graduation step of a range R shown with multiple m, and the label of one graduation.
     static double GetGraduationStep(double range, double multiple);
     static wxString FormatGraduation(double value, double multiple);
