@@ -29,13 +29,27 @@ void VyrEntityIndex::Add(wxVyrListEntityNode* node) {
         chain.first = node;
     chain.last = node;
     m_links[node] = links;
-    m_oids[links.oid].push_back(node);
-    m_entities[entity].push_back(node);
+    m_oids[links.oid].Append(node);
+    m_entities[entity].Append(node);
 }
 
-void VyrEntityIndex::Unlist(Nodes& nodes, wxVyrListEntityNode* node) {
-    // Nearly always one node: an oid or an entity met twice comes only from a damaged file.
-    nodes.erase(std::find(nodes.begin(), nodes.end(), node));
+void VyrEntityIndex::Nodes::Append(wxVyrListEntityNode* node) {
+    if (!first)
+        first = node;
+    else
+        more.push_back(node);
+}
+
+bool VyrEntityIndex::Nodes::Drop(wxVyrListEntityNode* node) {
+    if (node == first) {
+        if (more.empty())
+            return true;
+        first = more.front();
+        more.erase(more.begin());
+    } else {
+        more.erase(std::find(more.begin(), more.end(), node));
+    }
+    return false;
 }
 
 void VyrEntityIndex::Remove(wxVyrListEntityNode* node) {
@@ -58,12 +72,10 @@ void VyrEntityIndex::Remove(wxVyrListEntityNode* node) {
         m_kinds.erase(chain);
 
     auto oid = m_oids.find(links.oid);
-    Unlist(oid->second, node);
-    if (oid->second.empty())
+    if (oid->second.Drop(node))
         m_oids.erase(oid);
     auto entity = m_entities.find(links.entity);
-    Unlist(entity->second, node);
-    if (entity->second.empty())
+    if (entity->second.Drop(node))
         m_entities.erase(entity);
 }
 
@@ -84,12 +96,12 @@ void VyrEntityIndex::Rebuild(const VyrListEntity& list) {
 
 wxVyrListEntityNode* VyrEntityIndex::FindOid(int oid) const {
     auto found = m_oids.find(oid);
-    return found == m_oids.end() ? nullptr : found->second.front();
+    return found == m_oids.end() ? nullptr : found->second.first;
 }
 
 wxVyrListEntityNode* VyrEntityIndex::FindEntity(const VyrEntity* entity) const {
     auto found = m_entities.find(entity);
-    return found == m_entities.end() ? nullptr : found->second.front();
+    return found == m_entities.end() ? nullptr : found->second.first;
 }
 
 wxVyrListEntityNode* VyrEntityIndex::FirstOfKind(int kind) const {

@@ -62,9 +62,16 @@ private:
         wxVyrListEntityNode* first = nullptr;
         wxVyrListEntityNode* last = nullptr;
     };
-    typedef std::vector<wxVyrListEntityNode*> Nodes;
+    // The nodes of one oid or one entity in list order: nearly always one (an oid or an entity
+    // met twice comes only from a damaged file), held without an allocation of its own.
+    struct Nodes {
+        wxVyrListEntityNode* first = nullptr;
+        std::vector<wxVyrListEntityNode*> more;
 
-    static void Unlist(Nodes& nodes, wxVyrListEntityNode* node);
+        void Append(wxVyrListEntityNode* node);
+        // Answers whether none is left.
+        bool Drop(wxVyrListEntityNode* node);
+    };
 
     std::unordered_map<const wxVyrListEntityNode*, Links> m_links;
     std::unordered_map<int, Chain> m_kinds;
