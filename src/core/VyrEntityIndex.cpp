@@ -20,17 +20,30 @@ void VyrEntityIndex::Add(wxVyrListEntityNode* node) {
     if (m_bStale || !node || !node->GetData())
         return;
     const VyrEntity* entity = node->GetData();
-    Links links{entity->GetKind(), entity->GetOid(), entity, nullptr, nullptr};
-    Chain& chain = m_kinds[links.kind];
-    links.previousOfKind = chain.last;
-    if (chain.last)
-        m_links[chain.last].nextOfKind = node;
+    const Links links{entity->GetKind(), entity->GetOid(), entity, nullptr, nullptr};
+    // Every table that needs memory first, so that running out of it leaves the index as it
+    // was (the owner then takes the node out of the list again).
+    if (!m_links.emplace(node, links).second)
+        return;
+    Chain* chain = nullptr;
+    try {
+        m_oids[links.oid].Append(node);
+        m_entities[entity].Append(node);
+        chain = &m_kinds[links.kind];
+    } catch (...) {
+        Forget(m_oids, links.oid, node);
+        Forget(m_entities, entity, node);
+        m_links.erase(node);
+        throw;
+    }
+    // Then the links, which need none.
+    Links& added = m_links.find(node)->second;
+    added.previousOfKind = chain->last;
+    if (chain->last)
+        m_links.find(chain->last)->second.nextOfKind = node;
     else
-        chain.first = node;
-    chain.last = node;
-    m_links[node] = links;
-    m_oids[links.oid].Append(node);
-    m_entities[entity].Append(node);
+        chain->first = node;
+    chain->last = node;
 }
 
 void VyrEntityIndex::Nodes::Append(wxVyrListEntityNode* node) {
@@ -42,14 +55,25 @@ void VyrEntityIndex::Nodes::Append(wxVyrListEntityNode* node) {
 
 bool VyrEntityIndex::Nodes::Drop(wxVyrListEntityNode* node) {
     if (node == first) {
-        if (more.empty())
+        if (more.empty()) {
+            first = nullptr;
             return true;
+        }
         first = more.front();
         more.erase(more.begin());
-    } else {
-        more.erase(std::find(more.begin(), more.end(), node));
+        return false;
     }
-    return false;
+    auto found = std::find(more.begin(), more.end(), node);
+    if (found != more.end())
+        more.erase(found);
+    return first == nullptr;
+}
+
+template <class Map, class Key>
+void VyrEntityIndex::Forget(Map& map, const Key& key, wxVyrListEntityNode* node) {
+    auto found = map.find(key);
+    if (found != map.end() && found->second.Drop(node))
+        map.erase(found);
 }
 
 void VyrEntityIndex::Remove(wxVyrListEntityNode* node) {
@@ -59,24 +83,20 @@ void VyrEntityIndex::Remove(wxVyrListEntityNode* node) {
     const Links links = found->second;
     m_links.erase(found);
 
+    // Nothing here allocates: the tables only shrink.
     auto chain = m_kinds.find(links.kind);
     if (links.previousOfKind)
-        m_links[links.previousOfKind].nextOfKind = links.nextOfKind;
+        m_links.find(links.previousOfKind)->second.nextOfKind = links.nextOfKind;
     else
         chain->second.first = links.nextOfKind;
     if (links.nextOfKind)
-        m_links[links.nextOfKind].previousOfKind = links.previousOfKind;
+        m_links.find(links.nextOfKind)->second.previousOfKind = links.previousOfKind;
     else
         chain->second.last = links.previousOfKind;
     if (!chain->second.first)
         m_kinds.erase(chain);
-
-    auto oid = m_oids.find(links.oid);
-    if (oid->second.Drop(node))
-        m_oids.erase(oid);
-    auto entity = m_entities.find(links.entity);
-    if (entity->second.Drop(node))
-        m_entities.erase(entity);
+    Forget(m_oids, links.oid, node);
+    Forget(m_entities, links.entity, node);
 }
 
 void VyrEntityIndex::Clear() {
@@ -88,10 +108,18 @@ void VyrEntityIndex::Clear() {
 
 void VyrEntityIndex::Rebuild(const VyrListEntity& list) {
     Clear();
-    m_bStale = false;
+    // Stale until every node is in: an index cut short by a lack of memory answers nothing.
+    m_bStale = true;
     m_links.reserve(list.GetCount());
-    for (auto* node = list.GetFirst(); node; node = node->GetNext())
-        Add(node);
+    m_bStale = false;
+    try {
+        for (auto* node = list.GetFirst(); node; node = node->GetNext())
+            Add(node);
+    } catch (...) {
+        Clear();
+        m_bStale = true;
+        throw;
+    }
 }
 
 wxVyrListEntityNode* VyrEntityIndex::FindOid(int oid) const {

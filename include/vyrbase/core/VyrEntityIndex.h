@@ -27,7 +27,8 @@ public:
     VyrEntityIndex(const VyrEntityIndex&);
     VyrEntityIndex& operator=(const VyrEntityIndex&);
 
-    // Records `node`, just appended at the end of the indexed list (its entity not null).
+    // Records `node`, just appended at the end of the indexed list (its entity not null). When
+    // memory runs out it throws and leaves the index as it was.
     void Add(wxVyrListEntityNode* node);
     // Forgets `node`, still in the list and still holding its entity. Unknown nodes are
     // ignored.
@@ -69,9 +70,12 @@ private:
         std::vector<wxVyrListEntityNode*> more;
 
         void Append(wxVyrListEntityNode* node);
-        // Answers whether none is left.
+        // Takes the node out (a node not held is ignored); answers whether none is left.
         bool Drop(wxVyrListEntityNode* node);
     };
+    // Takes the node out of the nodes of `key`, and the key out when none is left.
+    template <class Map, class Key>
+    static void Forget(Map& map, const Key& key, wxVyrListEntityNode* node);
 
     std::unordered_map<const wxVyrListEntityNode*, Links> m_links;
     std::unordered_map<int, Chain> m_kinds;
