@@ -1,8 +1,11 @@
 // CSV export of large documents: one curve of 10^4 to 10^7 points, and 10 experiments of 10
-// curves of 10^4 points each.
+// curves of 10^4 points each; and, as the floor to measure it against, the bare formatting of
+// the same numbers ("%g" by to_chars into memory, no file, no separators).
 #include <benchmark/benchmark.h>
 
+#include <charconv>
 #include <cmath>
+#include <vector>
 
 #include <wx/filename.h>
 
@@ -57,7 +60,38 @@ void BM_SaveAsCsvUTF8(benchmark::State& state) {
     wxRemoveFile(path);
 }
 
+// to_chars ("%g") of the numbers the export of one experiment of one curve writes, into one
+// buffer: what the export costs at the very least.
+void BM_BareCsvNumbers(benchmark::State& state) {
+    VyrBaseData doc(nullptr);
+    FillDocument(doc, 1, 1, static_cast<int>(state.range(0)));
+    VyrCourbe* curve = doc.FindFirstCourbeByGrdY("U0");
+    const double* xs = curve->GetVx()->GetArea();
+    const double* ys = curve->GetVy()->GetArea();
+    const int n = curve->GetVx()->GetSize();
+    std::vector<char> text(size_t(n) * 2 * 32);
+    size_t length = 0;
+    for (auto _ : state) {
+        char* out = text.data();
+        char* const end = out + text.size();
+        for (int i = 0; i < n; ++i) {
+            out = std::to_chars(out, end, xs[i], std::chars_format::general, 6).ptr;
+            out = std::to_chars(out, end, ys[i], std::chars_format::general, 6).ptr;
+        }
+        length = size_t(out - text.data());
+        benchmark::DoNotOptimize(text.data());
+    }
+    state.SetItemsProcessed(state.iterations() * 2 * state.range(0));
+    state.counters["text_MB"] = static_cast<double>(length) / 1e6;
+}
+
 }  // namespace
+
+BENCHMARK(BM_BareCsvNumbers)
+    ->Arg(1000000)
+    ->ArgName("points")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 // Arguments: experiments, curves per experiment, points per curve.
 BENCHMARK(BM_SaveAsCsvUTF8)

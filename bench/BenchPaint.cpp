@@ -1,9 +1,9 @@
 // Painting a whole diagram of one dense curve into a 1200 x 800 picture (wxGCDC on a cairo
 // image context, antialiased as vyr render draws), with 10^4 to 10^7 points: as a joined line
-// (line style 1) and as markers (marker style 2, no line), of a smooth recording and of a noisy
-// one. The counter "per_column" is the time per visible pixel column; since a pixel column of
-// a line costs a few primitives whatever the number of its points, the time of a line grows
-// with the points only through the pass over them.
+// (line style 1) and as markers (marker style 2, and 4 on the noisy one; no line), of a smooth
+// recording and of a noisy one. The counter "per_column" is the time per visible pixel column;
+// since a pixel column of a line costs a few primitives whatever the number of its points, the time
+// of a line grows with the points only through the pass over them.
 #include <cmath>
 #include <memory>
 
@@ -84,11 +84,16 @@ void BM_PaintMarkers(benchmark::State& state) {
     Run(state, 2, 0, false);
 }
 
-// The noisy recording as markers: consecutive points land on different pixels, and a marker is
-// skipped only when its pixel repeats the previous point's (the kept rule), so the cost follows
-// the points.
+// The noisy recording as markers: consecutive points land on different pixels, but the same
+// few pixels of each column again and again; each pixel position is drawn once, so past the
+// plot's own number of distinct positions the cost follows the pixels, not the points.
 void BM_PaintMarkersNoisy(benchmark::State& state) {
     Run(state, 2, 0, true);
+}
+
+// The same with hollow squares (marker style 4), the figure of the widest strokes.
+void BM_PaintSquaresNoisy(benchmark::State& state) {
+    Run(state, 4, 0, true);
 }
 
 }  // namespace
@@ -100,5 +105,9 @@ BENCHMARK(BM_PaintMarkers)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PaintMarkersNoisy)
     ->RangeMultiplier(10)
-    ->Range(10000, 1000000)
+    ->Range(10000, 10000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PaintSquaresNoisy)
+    ->RangeMultiplier(10)
+    ->Range(100000, 10000000)
     ->Unit(benchmark::kMillisecond);

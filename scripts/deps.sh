@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that VyrBase needs and that the machine lacks; idempotent.
-# Usage: scripts/deps.sh run|test|fuzz|valgrind|coverage
+# Usage: scripts/deps.sh run|test|fuzz|valgrind|coverage|compare|compare-kst
 set -euo pipefail
 
 run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
@@ -15,6 +15,10 @@ test_packages=("${fuzz_packages[@]}" libgtest-dev libbenchmark-dev libxml2-utils
 # scripts/valgrind.sh; scripts/coverage.sh.
 valgrind_packages=("${test_packages[@]}" valgrind)
 coverage_packages=("${test_packages[@]}" gcovr)
+# scripts/compare: the peers it times vyr against; Kst on its own, since the comparison goes on
+# without it where it cannot be installed.
+compare_packages=(python3-pandas python3-matplotlib gnuplot-nox bc)
+compare_kst_packages=(kst)
 
 case "${1:-run}" in
     run) wanted=("${run_packages[@]}") ;;
@@ -22,7 +26,9 @@ case "${1:-run}" in
     fuzz) wanted=("${fuzz_packages[@]}") ;;
     valgrind) wanted=("${valgrind_packages[@]}") ;;
     coverage) wanted=("${coverage_packages[@]}") ;;
-    *) echo "usage: $0 run|test|fuzz|valgrind|coverage" >&2; exit 2 ;;
+    compare) wanted=("${compare_packages[@]}") ;;
+    compare-kst) wanted=("${compare_kst_packages[@]}") ;;
+    *) echo "usage: $0 run|test|fuzz|valgrind|coverage|compare|compare-kst" >&2; exit 2 ;;
 esac
 
 missing=()

@@ -51,6 +51,30 @@ void VyrBaseData::Cleanup() {
     for (auto* node = m_listEntity.GetFirst(); node; node = node->GetNext())
         delete node->GetData();
     m_listEntity.Clear();
+    m_entityIndex.Clear();
+}
+
+wxVyrListEntityNode* VyrBaseData::AppendToList(VyrEntity* entity) {
+    wxVyrListEntityNode* node = m_listEntity.Append(entity);
+    try {
+        m_entityIndex.Add(node);
+    } catch (...) {
+        // An entity the index cannot hold is not in the list either.
+        m_listEntity.Erase(node);
+        throw;
+    }
+    return node;
+}
+
+void VyrBaseData::EraseFromList(wxVyrListEntityNode* node) {
+    m_entityIndex.Remove(node);
+    m_listEntity.Erase(node);
+}
+
+const VyrEntityIndex& VyrBaseData::Index() {
+    if (m_entityIndex.IsStale())
+        m_entityIndex.Rebuild(m_listEntity);
+    return m_entityIndex;
 }
 
 void VyrBaseData::Dump() {
@@ -70,18 +94,16 @@ int VyrBaseData::GetNewOid() {
 void VyrBaseData::RemoveEntity(VyrEntity* entity) {
     if (!entity || entity->IsDeconnected())
         return;
-    wxVyrListEntityNode* node = m_listEntity.Find(entity);
+    wxVyrListEntityNode* node = NodeOf(entity);
     if (!node)
         return;
-    m_listEntity.Erase(node);
+    EraseFromList(node);
     delete entity;
 }
 
 VyrEntity* VyrBaseData::FindEntity(int oid) {
-    for (auto* node = m_listEntity.GetFirst(); node; node = node->GetNext())
-        if (node->GetData()->GetOid() == oid)
-            return node->GetData();
-    return nullptr;
+    wxVyrListEntityNode* node = Index().FindOid(oid);
+    return node ? node->GetData() : nullptr;
 }
 
 VyrEntity* VyrBaseData::GetEntity(int kind) {
@@ -90,17 +112,21 @@ VyrEntity* VyrBaseData::GetEntity(int kind) {
 }
 
 wxVyrListEntityNode* VyrBaseData::GetFirstEntityNode(int kind) {
-    for (auto* node = m_listEntity.GetFirst(); node; node = node->GetNext())
-        if (node->GetData()->GetKind() == kind)
-            return node;
-    return nullptr;
+    return Index().FirstOfKind(kind);
 }
 
 VyrEntity* VyrBaseData::GetNextEntity(wxVyrListEntityNode** cursor, int kind) {
     if (!cursor || !*cursor)
         return nullptr;
     VyrEntity* entity = (*cursor)->GetData();
-    wxVyrListEntityNode* node = (*cursor)->GetNext();
+    wxVyrListEntityNode* node = nullptr;
+    if (Index().NextOfKind(*cursor, kind, &node)) {
+        *cursor = node;
+        return entity;
+    }
+    // A cursor of another kind than asked, or on another list: the next node is found by
+    // walking, as it always was.
+    node = (*cursor)->GetNext();
     while (node && node->GetData()->GetKind() != kind)
         node = node->GetNext();
     *cursor = node;

@@ -26,7 +26,7 @@ void VyrBaseData::DeleteCourbe(VyrCourbe* c, VyrExperience* e) {
     // one curve. A curve that survives (detached) must not keep pointers to deleted vectors.
     VyrVecteur* vx = c->GetVx();
     VyrVecteur* vy = c->GetVy();
-    if (vx && !vx->IsDeconnected() && m_listEntity.Find(vx)) {
+    if (vx && !vx->IsDeconnected() && NodeOf(vx)) {
         RemoveEntity(vx);
         c->SetVx(nullptr);
         if (vy == vx) {
@@ -34,7 +34,7 @@ void VyrBaseData::DeleteCourbe(VyrCourbe* c, VyrExperience* e) {
             vy = nullptr;
         }
     }
-    if (vy && !vy->IsDeconnected() && m_listEntity.Find(vy)) {
+    if (vy && !vy->IsDeconnected() && NodeOf(vy)) {
         RemoveEntity(vy);
         c->SetVy(nullptr);
     }

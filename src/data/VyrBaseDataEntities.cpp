@@ -59,7 +59,7 @@ VyrEntity* VyrBaseData::CreateEntity(int kind, int oid, const wchar_t* name) {
     // Owned here until the list holds it: naming and appending may run out of memory.
     std::unique_ptr<VyrEntity> entity(kMakers[kind - 1](oid, this));
     entity->SetEntityName(name);
-    m_listEntity.Append(entity.get());
+    AppendToList(entity.get());
     if (oid > m_iLastOid)
         m_iLastOid = oid;
     return entity.release();

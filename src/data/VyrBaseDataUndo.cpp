@@ -15,10 +15,10 @@
 void VyrBaseData::DeconnectEntity(VyrEntity* e) {
     if (!e)
         return;
-    wxVyrListEntityNode* node = m_listEntity.Find(e);
+    wxVyrListEntityNode* node = NodeOf(e);
     if (!node)
         return;
-    m_listEntity.Erase(node);
+    EraseFromList(node);
     m_arrayDeconnected.Add(e);
     e->SetDeconnected(true);
     if (m_pDocument)
@@ -33,7 +33,7 @@ void VyrBaseData::ReconnectEntity(VyrEntity* e) {
         return;
     m_arrayDeconnected.RemoveAt(index);
     // The entity comes back at the end of the list, not at its old place.
-    m_listEntity.Append(e);
+    AppendToList(e);
     e->SetDeconnected(false);
     if (m_pDocument)
         m_pDocument->Modify(true);

@@ -2,6 +2,8 @@
 // plotted against the current abscissa.
 #include "vyrbase/diagram/VyrDiagram.h"
 
+#include <unordered_set>
+
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
@@ -22,10 +24,13 @@ void VyrDiagram::UpdateCourbes() {
 void VyrDiagram::Fill() {
     m_listShown.Clear();
     if (m_pBase) {
+        // The curves appended so far, which the shown list holds: a search of the list for
+        // each curve would cost the square of their number.
+        std::unordered_set<const VyrCourbe*> shown;
         wxVyrListEntityNode* node = m_pBase->GetFirstCourbeNode();
         while (node) {
             VyrCourbe* courbe = m_pBase->GetNextCourbe(&node);
-            if (!courbe->IsShownInDiagram(m_iIndex) || m_listShown.Find(courbe))
+            if (!courbe->IsShownInDiagram(m_iIndex) || !shown.insert(courbe).second)
                 continue;
             m_listShown.Append(courbe);
             if (m_pBase->GetDiagramCount() < m_iIndex + 1)

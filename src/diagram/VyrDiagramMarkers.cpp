@@ -1,9 +1,14 @@
 // The six point markers and the bands of an on/off signal (line style 10).
 //
-// Markers are drawn only inside the plot rectangle and never twice in a row on one pixel, so a
-// dense recording costs one primitive per visible pixel rather than one per point.
+// Markers are drawn only inside the plot rectangle and never twice in a row on one pixel; a
+// curve with more points than the plot has pixel columns draws each pixel position once at
+// most, so a dense recording, smooth or noisy, costs one primitive per distinct visible pixel
+// rather than one per point.
 #include <algorithm>
 #include <climits>
+#include <cstdint>
+#include <new>
+#include <vector>
 
 #include <wx/brush.h>
 #include <wx/dc.h>
@@ -74,20 +79,62 @@ inline void DrawMarker(wxDC* dc, const wxPoint& p, int r, int w, int lineScale) 
     }
 }
 
+// The pixel positions of the plot rectangle that already have their marker: one bit each.
+class DrawnPixels {
+public:
+    // Takes the room for the rectangle's bits; false when it cannot be had (a rectangle of
+    // more than 2^31 pixels, or no memory), and then nothing is remembered.
+    bool Cover(const wxRect& plot) {
+        const int64_t pixels = int64_t(plot.width) * plot.height;
+        if (plot.width <= 0 || plot.height <= 0 || pixels > (int64_t(1) << 31))
+            return false;
+        try {
+            m_bits.assign(static_cast<size_t>((pixels + 63) / 64), 0);
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+        m_plot = plot;
+        return true;
+    }
+    // True the first time it is asked for p (a pixel of the rectangle).
+    bool First(const wxPoint& p) {
+        const size_t at = size_t(p.y - m_plot.y) * size_t(m_plot.width) + size_t(p.x - m_plot.x);
+        uint64_t& word = m_bits[at >> 6];
+        const uint64_t bit = uint64_t(1) << (at & 63);
+        if (word & bit)
+            return false;
+        word |= bit;
+        return true;
+    }
+
+private:
+    wxRect m_plot;
+    std::vector<uint64_t> m_bits;
+};
+
 // One pass over the points. A point is drawn when its pixel lies in the plot rectangle and
 // differs from the pixel of the last valid point before it (remembered even outside the
 // rectangle). Kept: the remembered pixel starts at (0, 0) and only index 0 is exempt, so when
 // point 0 is invalid a first valid point exactly on (0, 0) is not drawn.
+//
+// A marker is the same figure in the same colour wherever it stands: drawn a second time on a
+// pixel position it changes no pixel of aliased output. So a curve with more points than the
+// plot has columns (where positions come back, noisy data above all) draws each position the
+// first time only, in the order the points first reach them: aliased output is identical to
+// drawing every marker. A shorter curve is drawn as it comes: clearing the bits of the whole
+// rectangle would cost more than its few repeated markers.
 template <Marker M>
 void DrawMarkers(wxDC* dc, const VyrCurvePoints& points, const wxRect& plot, int r, int w,
                  int lineScale) {
     wxPoint last(0, 0);
     const int count = points.GetCount();
+    DrawnPixels drawn;
+    const bool once = count > plot.width && drawn.Cover(plot);
     for (int i = 0; i < count; ++i) {
         if (!points.IsValid(i))
             continue;
         const wxPoint p = points.Pixel(i);
-        if ((i == 0 || p != last) && plot.Contains(p))
+        if ((i == 0 || p != last) && plot.Contains(p) && (!once || drawn.First(p)))
             DrawMarker<M>(dc, p, r, w, lineScale);
         last = p;
     }

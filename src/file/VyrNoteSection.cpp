@@ -1,6 +1,8 @@
 // The annotation section "[Annotation]": the notes of every curve, then the diagrams' titles;
 // and the binding of notes to curves by name once a whole file has been read.
 #include <algorithm>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "file/VyrReadText.h"
@@ -44,13 +46,40 @@ wxString CurveKey(VyrBaseData& doc, VyrCourbe* curve) {
     return key;
 }
 
+// The experiment of every curve (FindExperienceFromCourbe: the first in list order that holds
+// it), found in one walk of the experiments, for the walks that want the key of every curve:
+// one search of the experiments per curve would cost their product.
+class CurveOwners {
+public:
+    explicit CurveOwners(VyrBaseData& doc) {
+        wxVyrListEntityNode* node = doc.GetFirstExperienceNode();
+        while (node) {
+            VyrExperience* experience = doc.GetNextExperience(&node);
+            for (auto* c = experience->GetCourbes().GetFirst(); c; c = c->GetNext())
+                m_owners.emplace(c->GetData(), experience);
+        }
+    }
+    // CurveKey of an attached curve.
+    wxString Key(VyrCourbe* curve) const {
+        wxString key = curve->GetEntityName();
+        auto found = m_owners.find(curve);
+        if (found != m_owners.end())
+            key += found->second->GetEntityName();
+        return key;
+    }
+
+private:
+    std::unordered_map<const VyrCourbe*, VyrExperience*> m_owners;
+};
+
 }  // namespace
 
 bool VyrBaseData::SauveAnnotations(VyrTextWriter& out) {
+    const CurveOwners owners(*this);
     wxVyrListEntityNode* node = GetFirstCourbeNode();
     while (node) {
         VyrCourbe* curve = GetNextCourbe(&node);
-        const wxString curveKey = CurveKey(*this, curve);
+        const wxString curveKey = owners.Key(curve);
         wxVyrListNoteNode* noteNode = curve->GetFirstNote();
         while (noteNode) {
             VyrNote* note = curve->GetNextNote(&noteNode);
@@ -175,12 +204,36 @@ wxString VyrBaseData::ParseNote() {
 }
 
 void VyrBaseData::AttribuerLesAnnotations() {
+    // What ResolveTolvaneNotes does for every curve without notes, with the experiments and
+    // the notes' texts each looked through once. A note text names at most one taker: the
+    // first curve of its key takes every note of that key (the ones that are no notes are
+    // passed over by every curve alike), so the key is done with after it.
+    std::unordered_map<std::wstring, std::vector<int>> waiting;
+    for (VyrIntToStringMap::iterator it = m_mapNoteCurve.begin(); it != m_mapNoteCurve.end(); ++it)
+        if (!it->second.empty())
+            waiting[it->second.ToStdWstring()].push_back(it->first);
+    if (waiting.empty())
+        return;
+    for (auto& key : waiting)
+        std::sort(key.second.begin(), key.second.end());
+    const CurveOwners owners(*this);
     // Curves that an "annotations" table gave notes to are not matched by name.
     wxVyrListEntityNode* node = GetFirstCourbeNode();
     while (node) {
         VyrCourbe* curve = GetNextCourbe(&node);
-        if (curve->GetNotesCount() == 0)
-            ResolveTolvaneNotes(curve);
+        if (curve->GetNotesCount() != 0)
+            continue;
+        auto found = waiting.find(owners.Key(curve).ToStdWstring());
+        if (found == waiting.end())
+            continue;
+        for (int oid : found->second) {
+            VyrEntity* entity = FindEntity(oid);
+            if (!entity || entity->GetKind() != VYR_KIND_NOTE)
+                continue;
+            curve->AddNote(static_cast<VyrNote*>(entity));
+            m_mapNoteCurve[oid].clear();
+        }
+        waiting.erase(found);
     }
 }
 

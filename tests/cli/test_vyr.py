@@ -115,6 +115,29 @@ class InfoTest(VyrTestCase):
         self.assertEqual(errors[0], "vyr: %s: cannot open: No such file or directory" % missing)
         self.assertIn("Is a directory", errors[1])
 
+    def test_a_document_that_can_be_read_only_once_is_described(self):
+        # A named pipe gives its bytes once: the document is read once, and loaded from them.
+        fifo = self.path("stream.vyr")
+        os.mkfifo(fifo)
+        with open(OSCILLATION, "rb") as f:
+            content = f.read()
+        pid = os.fork()
+        if pid == 0:
+            try:
+                with open(fifo, "wb") as out:
+                    out.write(content)
+            finally:
+                os._exit(0)
+        try:
+            result = run("info", "--json", fifo)
+        finally:
+            os.waitpid(pid, 0)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        doc = json.loads(result.stdout)[0]
+        self.assertEqual(doc["encoding"], "UTF-16LE")
+        voltage = next(c for c in doc["experiments"][0]["curves"] if c["name"] == "U")
+        self.assertEqual(voltage["points"], 1000)
+
     def test_big_endian_text_is_refused(self):
         target = self.path("be.vyr")
         with open(target, "wb") as f:

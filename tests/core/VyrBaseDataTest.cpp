@@ -66,6 +66,55 @@ TEST(VyrBaseData, IterationByKindVisitsOnlyThatKindInListOrder) {
     EXPECT_EQ(doc.GetNextEntity(nullptr, VYR_KIND_COURBE), nullptr);
 }
 
+TEST(VyrBaseData, FindEntityAnswersTheNextOfAnOidOnceTheFirstIsRemoved) {
+    VyrBaseData doc(nullptr);
+    VyrEntity* a = Create(doc, VYR_KIND_VECTEUR, 4);
+    VyrEntity* b = Create(doc, VYR_KIND_COURBE, 4);
+    doc.RemoveEntity(a);
+    EXPECT_EQ(doc.FindEntity(4), b);
+    doc.RemoveEntity(b);
+    EXPECT_EQ(doc.FindEntity(4), nullptr);
+}
+
+TEST(VyrBaseData, IterationByKindFollowsRemovalsAndCreations) {
+    VyrBaseData doc(nullptr);
+    VyrEntity* c1 = Create(doc, VYR_KIND_COURBE, doc.GetNewOid());
+    VyrEntity* c2 = Create(doc, VYR_KIND_COURBE, doc.GetNewOid());
+    Create(doc, VYR_KIND_NOTE, doc.GetNewOid());
+    VyrEntity* c3 = Create(doc, VYR_KIND_COURBE, doc.GetNewOid());
+    doc.RemoveEntity(c2);
+    VyrEntity* c4 = Create(doc, VYR_KIND_COURBE, doc.GetNewOid());
+    doc.RemoveEntity(c1);
+    std::vector<VyrEntity*> seen;
+    wxVyrListEntityNode* node = doc.GetFirstEntityNode(VYR_KIND_COURBE);
+    while (node)
+        seen.push_back(doc.GetNextEntity(&node, VYR_KIND_COURBE));
+    EXPECT_EQ(seen, (std::vector<VyrEntity*>{c3, c4}));
+    const int oid = c3->GetOid();
+    doc.Cleanup();
+    EXPECT_EQ(doc.GetFirstEntityNode(VYR_KIND_COURBE), nullptr);
+    EXPECT_EQ(doc.FindEntity(oid), nullptr);
+}
+
+TEST(VyrBaseData, NextEntityWithACursorOfAnotherKindWalksToTheNextOfTheKindAsked) {
+    VyrBaseData doc(nullptr);
+    Create(doc, VYR_KIND_COURBE, doc.GetNewOid());
+    VyrEntity* note = Create(doc, VYR_KIND_NOTE, doc.GetNewOid());
+    VyrEntity* vector = Create(doc, VYR_KIND_VECTEUR, doc.GetNewOid());
+    VyrEntity* note2 = Create(doc, VYR_KIND_NOTE, doc.GetNewOid());
+    wxVyrListEntityNode* node = doc.GetFirstEntityNode(VYR_KIND_COURBE);
+    EXPECT_NE(doc.GetNextEntity(&node, VYR_KIND_NOTE), nullptr);
+    ASSERT_NE(node, nullptr);
+    EXPECT_EQ(node->GetData(), note);
+    // From a note, asking for vectors: the walk goes on to the vector after it.
+    EXPECT_EQ(doc.GetNextEntity(&node, VYR_KIND_VECTEUR), note);
+    ASSERT_NE(node, nullptr);
+    EXPECT_EQ(node->GetData(), vector);
+    EXPECT_EQ(doc.GetNextEntity(&node, VYR_KIND_NOTE), vector);
+    ASSERT_NE(node, nullptr);
+    EXPECT_EQ(node->GetData(), note2);
+}
+
 TEST(VyrBaseData, RemoveEntityDeletesAttachedAndIgnoresNullAndForeign) {
     VyrBaseData doc(nullptr), other(nullptr);
     VyrEntity* mine = Create(doc, VYR_KIND_NOTE, doc.GetNewOid());

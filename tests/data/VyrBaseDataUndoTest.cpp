@@ -268,10 +268,24 @@ TEST(VyrBaseDataUndo, ManyCyclesOverSeveralExperimentsKeepTheDocumentConsistent)
         std::vector<VyrEntity*> attached = Entities(doc->GetEntityList());
         std::vector<VyrEntity*> detached = Detached(*doc);
         ASSERT_EQ(attached.size() + detached.size(), total);
-        for (VyrEntity* entity : attached)
+        for (VyrEntity* entity : attached) {
             ASSERT_FALSE(entity->IsDeconnected());
+            ASSERT_EQ(doc->FindEntity(entity->GetOid()), entity);
+        }
+        // Iteration by kind sees the attached entities of that kind in list order.
+        for (int kind = VYR_KIND_FIRST; kind <= VYR_KIND_LAST; ++kind) {
+            std::vector<VyrEntity*> walked, iterated;
+            for (VyrEntity* entity : attached)
+                if (entity->GetKind() == kind)
+                    walked.push_back(entity);
+            wxVyrListEntityNode* node = doc->GetFirstEntityNode(kind);
+            while (node)
+                iterated.push_back(doc->GetNextEntity(&node, kind));
+            ASSERT_EQ(iterated, walked);
+        }
         for (VyrEntity* entity : detached) {
             ASSERT_TRUE(entity->IsDeconnected());
+            ASSERT_EQ(doc->FindEntity(entity->GetOid()), nullptr);
             ASSERT_EQ(std::count(attached.begin(), attached.end(), entity), 0);
         }
         for (VyrCourbe* c : curves) {

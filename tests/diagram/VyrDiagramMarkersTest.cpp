@@ -1,10 +1,12 @@
 #include <cmath>
+#include <random>
 #include <set>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "diagram/VyrPixelRound.h"
 #include "support/PaintScene.h"
 #include "support/RecordingDC.h"
 #include "support/VyrDiagramTestAccess.h"
@@ -319,4 +321,126 @@ TEST(VyrDiagramMarkers, BandCurvesAreDrawnInBothPasses) {
     EXPECT_EQ(rects[0].brush.GetColour(), scene.Diagram().GetDisabledCurvesColour());
     EXPECT_EQ(rects[1].brush.GetColour(), kBlue);
     EXPECT_FALSE(repaint);
+}
+
+namespace {
+
+// A noisy recording of `n` points over the default frame, running from left of the plot to
+// right of it, with noise that brings the markers back onto pixels they had before.
+Points NoisyCurve(int n, std::mt19937& random) {
+    std::uniform_real_distribution<double> noise(-30.0, 30.0);
+    Points pts;
+    for (int i = 0; i < n; ++i) {
+        const double x = -60.0 + 480.0 * i / n;
+        pts.push_back({x, 100 + 90 * std::sin(x / 15.0) + noise(random)});
+    }
+    return pts;
+}
+
+// Every marker of every valid point inside the plot, each with the pen and brush its style
+// defines, whether or not a marker already stands on its pixel.
+void DrawEveryMarker(wxDC& dc, int style, const Points& pts, VyrCourbe* c, VyrDiagram& diagram,
+                     int lineScale) {
+    const int w = c->GetWidth();
+    const int r = w + lineScale;
+    wxPen pen(kBlue, style == 1 ? lineScale : w * lineScale, wxPENSTYLE_SOLID);
+    if (style == 2 || style == 3 || style == 4 || style == 6) {
+        pen.SetCap(wxCAP_BUTT);
+        pen.SetJoin(wxJOIN_MITER);
+    }
+    dc.SetPen(pen);
+    if (style == 1)
+        dc.SetBrush(wxBrush(kBlue, wxBRUSHSTYLE_SOLID));
+    if (style >= 4)
+        dc.SetBrush(*wxTRANSPARENT_BRUSH);
+    const wxRect plot(50, 20, 401, 201);
+    for (size_t i = 0; i < pts.size(); ++i) {
+        if (!c->GetVy()->IsValidAt(static_cast<int>(i)))
+            continue;
+        const wxPoint p(VyrRoundPixel(pts[i].first * VyrDiagramTestAccess::Ax(diagram) +
+                                      VyrDiagramTestAccess::Bx(diagram)),
+                        VyrRoundPixel(pts[i].second * VyrDiagramTestAccess::Ay(diagram) +
+                                      VyrDiagramTestAccess::By(diagram)));
+        if (!plot.Contains(p))
+            continue;
+        const int x = p.x, y = p.y;
+        switch (style) {
+            case 1:
+                dc.DrawEllipse(x - w, y - w, lineScale + 2 * w, lineScale + 2 * w);
+                break;
+            case 2:
+                dc.DrawLine(x - r, y, x + r + 1, y);
+                dc.DrawLine(x, y - r, x, y + r + 1);
+                break;
+            case 3:
+                dc.DrawLine(x - r, y - r, x + r + 1, y + r + 1);
+                dc.DrawLine(x - r, y + r, x + r + 1, y - r - 1);
+                break;
+            case 4:
+                dc.DrawRectangle(x - r, y - r, 2 * r + 1, 2 * r + 1);
+                break;
+            case 5:
+                dc.DrawEllipse(x - r, y - r, 2 * r + 1, 2 * r + 1);
+                break;
+            case 6: {
+                wxPoint corners[4] = {wxPoint(x, y - r), wxPoint(x - r, y), wxPoint(x, y + r),
+                                      wxPoint(x + r, y)};
+                dc.DrawPolygon(4, corners, 0, 0, wxODDEVEN_RULE);
+                break;
+            }
+        }
+    }
+}
+
+}  // namespace
+
+// Dense noisy data: each marker pixel position is drawn once, the first time a point reaches
+// it. Without antialiasing this is pixel-identical to drawing the marker of every point, for
+// every marker style, pen width and line scale; and it costs one marker per distinct pixel.
+TEST(VyrDiagramMarkers, DenseMarkersArePixelIdenticalToEveryMarkerWithoutAntialiasing) {
+    const wxSize size(500, 260);
+    std::mt19937 random(2024);
+    const Points pts = NoisyCurve(60000, random);
+    for (int style = 1; style <= 6; ++style) {
+        for (int width : {1, 2}) {
+            for (int lineScale : {1, 2}) {
+                SCOPED_TRACE(testing::Message() << "marker style " << style << ", width " << width
+                                                << ", line scale " << lineScale);
+                PaintScene scene;
+                VyrCourbe* c = ShowCurve(scene, style, 0, pts, width);
+                for (size_t i = 5; i < pts.size(); i += 41)
+                    PaintScene::SetValid(c, static_cast<int>(i), false);
+                VyrDiagram& diagram = scene.Diagram();
+                VyrDiagramTestAccess::SetLineScale(diagram, lineScale);
+                const wxImage once = PaintToImage(
+                    size,
+                    [&](wxDC& dc) {
+                        VyrDiagramTestAccess::PaintMarker(diagram, style, &dc, c, kBlue);
+                    },
+                    false);
+                const wxImage every = PaintToImage(
+                    size, [&](wxDC& dc) { DrawEveryMarker(dc, style, pts, c, diagram, lineScale); },
+                    false);
+                EXPECT_EQ(CountDifferentPixels(once, every, 0), 0);
+                const wxImage blank = PaintToImage(
+                    size, [](wxDC&) {}, false);
+                EXPECT_GT(CountDifferentPixels(once, blank, 0), 5000);
+
+                // One marker per distinct pixel of the plot that a valid point reaches.
+                std::set<std::pair<int, int>> distinct;
+                const wxRect plot(50, 20, 401, 201);
+                for (size_t i = 0; i < pts.size(); ++i) {
+                    const wxPoint p(static_cast<int>(std::floor(50 + pts[i].first + 0.5)),
+                                    static_cast<int>(std::floor(220 - pts[i].second + 0.5)));
+                    if (c->GetVy()->IsValidAt(static_cast<int>(i)) && plot.Contains(p))
+                        distinct.insert({p.x, p.y});
+                }
+                RecordingDC dc;
+                VyrDiagramTestAccess::PaintMarker(diagram, style, &dc, c, kBlue);
+                const bool twoStrokes = style == 2 || style == 3;
+                EXPECT_EQ(Drawn(dc).size(), (twoStrokes ? 2 : 1) * distinct.size());
+                EXPECT_LT(distinct.size(), pts.size() / 3);
+            }
+        }
+    }
 }

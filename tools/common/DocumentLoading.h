@@ -1,6 +1,7 @@
 // Opening a document file with a reason a person can act on when it fails: the file is read
-// first to tell a missing or unreadable file from one that is not a document, and to name the
-// encoding the document is read with. Shared by the command-line tool and the viewer.
+// once, into memory, which tells a missing or unreadable file from one that is not a document,
+// names the encoding the document is read with, and is what the document is then loaded from.
+// Shared by the command-line tool and the viewer.
 #ifndef VYR_TOOLS_COMMON_DOCUMENTLOADING_H
 #define VYR_TOOLS_COMMON_DOCUMENTLOADING_H
 

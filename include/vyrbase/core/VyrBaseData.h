@@ -19,6 +19,7 @@
 #include <wx/string.h>
 
 #include "vyrbase/core/VyrEntity.h"
+#include "vyrbase/core/VyrEntityIndex.h"
 #include "vyrbase/core/VyrExport.h"
 #include "vyrbase/core/VyrLineTokenizer.h"
 #include "vyrbase/core/VyrLists.h"
@@ -423,6 +424,15 @@ private:
     void CreateDiagrams();
     void DestroyDiagrams();
 
+    // The only ways the entity list changes, so that its index stays in step: append at the
+    // end, erase one node, delete and forget every entity.
+    wxVyrListEntityNode* AppendToList(VyrEntity* entity);
+    void EraseFromList(wxVyrListEntityNode* node);
+    // The index, rebuilt first when the document was copied.
+    const VyrEntityIndex& Index();
+    // The first node of the list holding `entity`, or null.
+    wxVyrListEntityNode* NodeOf(const VyrEntity* entity) { return Index().FindEntity(entity); }
+
     VyrDiagram* m_pDiagrams[2];
     int m_iDiagramCount;
     VyrListEntity m_listEntity;
@@ -443,6 +453,8 @@ private:
     wxArrayString m_asUnknownSections;
     wxDocument* m_pDocument;
     VyrArrayEntity m_arrayDeconnected;
+    // Nodes of the entity list by oid, by entity and by kind.
+    VyrEntityIndex m_entityIndex;
 
     static VyrBaseData* m_pActiveBase;
 };
