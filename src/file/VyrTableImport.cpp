@@ -360,8 +360,8 @@ void SplitHeading(wxString heading, wxString& name, wxString& unit) {
     }
 }
 
-// The cells of the line that names the columns, as texts. With runs of blanks as separator, a
-// bracketed unit standing apart ("t (s)") joins the name before it.
+// The cells of the line that names the columns, as texts, control characters made blanks. With runs
+// of blanks as separator, a bracketed unit standing apart ("t (s)") joins the name before it.
 std::vector<wxString> HeadingCells(const wxString& line, wchar_t separator) {
     std::vector<wxString> cells;
     const std::wstring_view view(line.wc_str(), line.length());
@@ -369,6 +369,10 @@ std::vector<wxString> HeadingCells(const wxString& line, wchar_t separator) {
         wxString text(cell.content.data(), cell.content.size());
         if (cell.escaped)
             text.Replace(L"\"\"", L"\"");
+        // A control character (a tab inside quotes) is no part of a name: a blank.
+        for (wxString::iterator c = text.begin(); c != text.end(); ++c)
+            if (*c < 0x20)
+                *c = L' ';
         if (separator == kBlanks && !cell.quoted && !cells.empty() && !text.empty() &&
             (text[0] == L'(' || text[0] == L'[')) {
             cells.back() += L" " + text;
@@ -380,7 +384,7 @@ std::vector<wxString> HeadingCells(const wxString& line, wchar_t separator) {
 }
 
 // Guesses the separator from the first lines with content: the first of tab, ";", "," and runs
-// of blanks that splits at least half of the later half of them into several cells (the first
+// of blanks that splits more than half of the later half of them into several cells (the first
 // lines are often a title or settings of the instrument). 0 when none does.
 wchar_t GuessSeparator(const std::vector<std::string>& sample, bool commaIsMark) {
     const size_t from = sample.size() / 2;
@@ -392,7 +396,7 @@ wchar_t GuessSeparator(const std::vector<std::string>& sample, bool commaIsMark)
         for (size_t k = from; k < sample.size(); ++k)
             if (SplitCells(std::string_view(sample[k]), candidate, [](const Cell<char>&) {}) > 1)
                 ++split;
-        if (lines > 0 && 2 * split >= lines)
+        if (lines > 0 && 2 * split > lines)
             return candidate;
     }
     return 0;
@@ -629,7 +633,7 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
 
         bool started = false;
         bool named = false;
-        size_t namesBegin = 0, namesEnd = 0;
+        size_t namesBegin = 0, namesEnd = 0, namesWidth = 0;
         LineMark rowsStart;
         size_t columns = 0;
         size_t rows = 0;
@@ -648,6 +652,7 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
                         named = true;
                         namesBegin = lines.Begin();
                         namesEnd = lines.End();
+                        namesWidth = shape.width;
                     } else {
                         started = true;
                         rowsStart = before;
@@ -667,6 +672,8 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
             return Refuse(kErrorNoNumericRow);
         if (rows > static_cast<size_t>(INT_MAX - 200))
             return Refuse(kErrorMemory);
+        // A named column is a column, even when no row has a cell in it.
+        columns = std::max(columns, namesWidth);
 
         // ---- The columns' quantities and units ---------------------------------------------
         // A table of one column is plotted against the row number.

@@ -11,8 +11,8 @@
 // What is detected, each with its setting:
 // - encoding: UTF-16 with its mark (either byte order), UTF-8 with its mark, UTF-8 without one
 //   when the bytes are valid UTF-8, else ISO-8859-1;
-// - separator: the first of tab, ";", "," and runs of blanks (spaces or tabs) that splits at
-//   least half of the table's first lines into several cells;
+// - separator: the first of tab, ";", "," and runs of blanks (spaces or tabs) that splits
+//   most of the table's first lines into several cells;
 // - decimal mark: a point always; a comma too unless the separator is ",";
 // - header lines: those before the first row whose first cell is a number. The last of them
 //   that holds text names the columns: "name (unit)", "name [unit]", "name/unit", or a name
@@ -26,8 +26,8 @@
 // points for its missing cells: no row is dropped and no value is made up. An invalid point
 // holds the column's previous number (its next one before the first), because the automatic
 // ranges of the diagrams count invalid points too. Empty cells at the end of every row (a
-// trailing separator) make no column. A table of one column is plotted against the row number,
-// 0, 1, 2... (quantity "n").
+// trailing separator) make no column unless the header names it. A table of one column is plotted
+// against the row number, 0, 1, 2... (quantity "n").
 //
 // The document is replaced as a load replaces it: emptied, then the experiment and its curves
 // (shown in diagram 0, each in a colour of its own), then VYR_MSG_FILE_LOADED (8) to the
