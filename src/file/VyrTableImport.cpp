@@ -705,14 +705,19 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
         std::vector<VyrCourbe*> made;
         for (size_t k = 0; k < curves && room; ++k) {
             const size_t column = byIndex ? 0 : k + 1;
-            const wxString quantity = VyrBaseData::GetUniqueGrandeur(
-                experience, quantities[column], units[column], xQuantity, xUnit);
+            // The quantity stays as the heading says (the table goes back out as it came in);
+            // the curve's own name is made unique in the experiment, as notes find their curve
+            // by it.
+            const wxString& quantity = quantities[column];
+            wxString curveName = quantity;
+            for (int n = 1; experience->FindCourbeByNom(curveName.wc_str()); ++n)
+                curveName = wxString::Format(L"%s%d", quantity, n);
             auto* curve = static_cast<VyrCourbe*>(
-                doc.CreateEntity(VYR_KIND_COURBE, doc.GetNewOid(), quantity.wc_str()));
+                doc.CreateEntity(VYR_KIND_COURBE, doc.GetNewOid(), curveName.wc_str()));
             auto* vx = static_cast<VyrVecteur*>(
-                doc.CreateEntity(VYR_KIND_VECTEUR, doc.GetNewOid(), (quantity + L"VX").wc_str()));
+                doc.CreateEntity(VYR_KIND_VECTEUR, doc.GetNewOid(), (curveName + L"VX").wc_str()));
             auto* vy = static_cast<VyrVecteur*>(
-                doc.CreateEntity(VYR_KIND_VECTEUR, doc.GetNewOid(), (quantity + L"VY").wc_str()));
+                doc.CreateEntity(VYR_KIND_VECTEUR, doc.GetNewOid(), (curveName + L"VY").wc_str()));
             curve->SetVx(vx);
             curve->SetVy(vy);
             experience->AddCourbe(curve);

@@ -298,15 +298,18 @@ TEST(VyrTableImport, OneColumnIsPlottedAgainstTheRowNumber) {
     ExpectColumn(c[1], L"value", L"V", {1, 2, NAN});
 }
 
-TEST(VyrTableImport, SameQuantitiesAreNumberedApart) {
+TEST(VyrTableImport, SameHeadingsKeepTheirQuantityAndTheCurvesAreNamedApart) {
     VyrBaseData doc(nullptr);
     ASSERT_TRUE(Import(doc, "t (s);U (V);U (V);U (mV)\n0;1;2;3\n"));
     const std::vector<ColumnSeen> c = Columns(doc);
     ASSERT_EQ(c.size(), 4u);
-    EXPECT_EQ(c[1].quantity, L"U");
-    EXPECT_EQ(c[2].quantity, L"U1");
-    EXPECT_EQ(c[3].quantity, L"U");
-    EXPECT_EQ(Curves(doc)[1]->GetEntityName(), L"U1");
+    for (size_t k = 1; k < 4; ++k)
+        EXPECT_EQ(c[k].quantity, L"U");
+    const std::vector<VyrCourbe*> curves = Curves(doc);
+    EXPECT_EQ(curves[0]->GetEntityName(), L"U");
+    EXPECT_EQ(curves[1]->GetEntityName(), L"U1");
+    EXPECT_EQ(curves[2]->GetEntityName(), L"U2");
+    EXPECT_EQ(curves[1]->GetName(), L"U(t)");
 }
 
 TEST(VyrTableImport, SettingsOverrideEachDetection) {

@@ -29,6 +29,9 @@
 // trailing separator) make no column unless the header names it. A table of one column is plotted
 // against the row number, 0, 1, 2... (quantity "n").
 //
+// Quantities stay as the headings say, also when two columns have the same; the curves are
+// named after them, made unique in the experiment with 1, 2... ("U", "U1").
+//
 // The document is replaced as a load replaces it: emptied, then the experiment and its curves
 // (shown in diagram 0, each in a colour of its own), then VYR_MSG_FILE_LOADED (8) to the
 // observers, so that the diagrams show the new curves. A refused table leaves the document as
