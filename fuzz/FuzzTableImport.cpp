@@ -7,8 +7,10 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include "FuzzSupport.h"
+#include "file/VyrNumberText.h"
 #include "vyrbase/VyrBase.h"
 
 namespace {
@@ -40,6 +42,13 @@ const Setting kSettings[] = {
     {0, 0, 0, -1},    {L';', 0, 0, -1}, {L',', 0, 0, -1}, {L'\t', 0, 0, -1},  {L' ', 0, 0, -1},
     {0, L',', 0, -1}, {0, L'.', 1, -1}, {0, 0, 0, 0},     {L';', L',', 0, 2},
 };
+
+// A number as the document file gives it back ("%g").
+double AsWritten(double value) {
+    char digits[VyrNumberText::kMaxChars];
+    return VyrNumberText::ReadDouble(
+        std::string_view(digits, VyrNumberText::FormatG(digits, value)));
+}
 
 }  // namespace
 
@@ -115,9 +124,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     // not write).
     // Kept by the file as it is: a quantity or unit holding a backslash reads back with pairs
     // of them halved, and a unit is cut at its "@".
+    // Numbers are written with six significant digits: the document is compared at that
+    // precision.
     bool plain = true;
     for (wxVyrListCourbeNode* c = e->GetCourbes().GetFirst(); c; c = c->GetNext()) {
+        VyrScale& scale = c->GetData()->GetScale();
+        scale = VyrScale(AsWritten(scale.GetXmin()), AsWritten(scale.GetXmax()),
+                         AsWritten(scale.GetYmin()), AsWritten(scale.GetYmax()));
         for (VyrVecteur* v : {c->GetData()->GetVx(), c->GetData()->GetVy()}) {
+            for (int i = 0; i < v->GetSize(); ++i)
+                v->GetArea()[i] = AsWritten(v->GetArea()[i]);
             v->SetEntityName(L"");
             plain = plain && v->GetGrandeur().find(L'\\') == wxString::npos &&
                     v->GetUnite().find_first_of(L"\\@") == wxString::npos;
