@@ -246,7 +246,7 @@ class RefusalTest(ImportTestCase):
 
     def test_missing_input_and_unwritable_output(self):
         self.assertRefused(run("import", self.path("missing.csv")), EXIT_INPUT, "missing.csv")
-        self.assertRefused(run("import", self.dir), EXIT_INPUT)
+        self.assertRefused(run("import", self.dir), EXIT_INPUT, "directory")
         table = self.write("t.csv", b"x;y\n1;2\n")
         self.assertRefused(run("import", table, "-o", self.path("no/such/dir.vyr")), EXIT_OUTPUT)
 

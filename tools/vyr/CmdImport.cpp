@@ -149,8 +149,10 @@ int RunImport(const Args& args) {
     VyrBaseData doc(nullptr);
     if (!import.ImportFile(doc, input)) {
         if (import.GetError() == VyrTableImport::kErrorCannotRead) {
-            Complain(input,
-                     wxFileName::FileExists(input) ? "cannot read" : "cannot open: no such file");
+            Complain(input, wxFileName::DirExists(input) ? "cannot open: Is a directory"
+                            : wxFileName::FileExists(input)
+                                ? "cannot read"
+                                : "cannot open: No such file or directory");
             return kExitInput;
         }
         Complain(input, Reason(import));
