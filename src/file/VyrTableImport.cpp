@@ -360,8 +360,9 @@ void SplitHeading(wxString heading, wxString& name, wxString& unit) {
     }
 }
 
-// The cells of the line that names the columns, as texts, control characters made blanks. With runs
-// of blanks as separator, a bracketed unit standing apart ("t (s)") joins the name before it.
+// The cells of the line that names the columns, as texts, control characters made blanks. With
+// runs of blanks as separator, a bracketed unit standing apart ("t (s)") joins the name before
+// it (not another unit: "(s) (V)" is a line of units).
 std::vector<wxString> HeadingCells(const wxString& line, wchar_t separator) {
     std::vector<wxString> cells;
     const std::wstring_view view(line.wc_str(), line.length());
@@ -373,14 +374,32 @@ std::vector<wxString> HeadingCells(const wxString& line, wchar_t separator) {
         for (wxString::iterator c = text.begin(); c != text.end(); ++c)
             if (*c < 0x20)
                 *c = L' ';
-        if (separator == kBlanks && !cell.quoted && !cells.empty() && !text.empty() &&
-            (text[0] == L'(' || text[0] == L'[')) {
+        auto opens = [](const wxString& t) { return !t.empty() && (t[0] == L'(' || t[0] == L'['); };
+        if (separator == kBlanks && !cell.quoted && !cells.empty() && opens(text) &&
+            !opens(cells.back())) {
             cells.back() += L" " + text;
             return;
         }
         cells.push_back(text);
     });
     return cells;
+}
+
+// Whether the cells of a header line are units only: every cell empty or wholly in
+// parentheses or brackets, and one at least not empty (whose blanks HeadingCells trimmed).
+bool IsUnitsLine(std::vector<wxString>& cells) {
+    bool any = false;
+    for (wxString& cell : cells) {
+        cell.Trim(true).Trim(false);
+        if (cell.empty())
+            continue;
+        const bool bracketed = cell.length() >= 2 && ((cell[0] == L'(' && cell.Last() == L')') ||
+                                                      (cell[0] == L'[' && cell.Last() == L']'));
+        if (!bracketed)
+            return false;
+        any = true;
+    }
+    return any;
 }
 
 // Guesses the separator from the first lines with content: the first of tab, ";", "," and runs
@@ -632,8 +651,9 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
             style.comma = false;
 
         bool started = false;
-        bool named = false;
-        size_t namesBegin = 0, namesEnd = 0, namesWidth = 0;
+        // The last two header lines: the names, or the names and then their units.
+        int named = 0;
+        size_t namesBegin[2] = {0, 0}, namesEnd[2] = {0, 0}, namesWidth[2] = {0, 0};
         LineMark rowsStart;
         size_t columns = 0;
         size_t rows = 0;
@@ -649,10 +669,13 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
                         m_iHeaderLines >= 0 ? m_iHeaderCount < m_iHeaderLines : !shape.numberFirst;
                     if (header) {
                         ++m_iHeaderCount;
-                        named = true;
-                        namesBegin = lines.Begin();
-                        namesEnd = lines.End();
-                        namesWidth = shape.width;
+                        named = std::min(named + 1, 2);
+                        namesBegin[0] = namesBegin[1];
+                        namesEnd[0] = namesEnd[1];
+                        namesBegin[1] = lines.Begin();
+                        namesEnd[1] = lines.End();
+                        namesWidth[0] = namesWidth[1];
+                        namesWidth[1] = shape.width;
                     } else {
                         started = true;
                         rowsStart = before;
@@ -672,25 +695,39 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
             return Refuse(kErrorNoNumericRow);
         if (rows > static_cast<size_t>(INT_MAX - 200))
             return Refuse(kErrorMemory);
-        // A named column is a column, even when no row has a cell in it.
-        columns = std::max(columns, namesWidth);
 
         // ---- The columns' quantities and units ---------------------------------------------
-        // A table of one column is plotted against the row number.
-        const bool byIndex = columns == 1;
-        const size_t curves = byIndex ? 1 : columns - 1;
-        std::vector<wxString> quantities(columns + 1), units(columns + 1);
+        std::vector<wxString> quantities, units;
         {
-            std::vector<wxString> headings;
-            if (named)
-                headings = HeadingCells(Decode(text, encoding, namesBegin, namesEnd), separator);
+            std::vector<wxString> headings, unitCells;
+            if (named > 0)
+                headings =
+                    HeadingCells(Decode(text, encoding, namesBegin[1], namesEnd[1]), separator);
+            // A last header line of units only ("(s)", "[V]") gives the units of the names above.
+            if (named == 2 && IsUnitsLine(headings)) {
+                unitCells.swap(headings);
+                headings =
+                    HeadingCells(Decode(text, encoding, namesBegin[0], namesEnd[0]), separator);
+            }
+            // A named column is a column, even when no row has a cell in it.
+            columns = std::max(columns, namesWidth[1]);
+            if (!unitCells.empty())
+                columns = std::max(columns, namesWidth[0]);
+            quantities.resize(columns);
+            units.resize(columns);
             for (size_t k = 0; k < columns; ++k) {
                 if (k < headings.size())
                     SplitHeading(headings[k], quantities[k], units[k]);
+                if (k < unitCells.size() && !unitCells[k].empty())
+                    units[k] =
+                        unitCells[k].Mid(1, unitCells[k].length() - 2).Trim(true).Trim(false);
                 if (IsBlankText(quantities[k]))
                     quantities[k] = wxString::Format(L"C%d", static_cast<int>(k + 1));
             }
         }
+        // A table of one column is plotted against the row number.
+        const bool byIndex = columns == 1;
+        const size_t curves = byIndex ? 1 : columns - 1;
         const wxString xQuantity = byIndex ? wxString(L"n") : quantities[0];
         const wxString xUnit = byIndex ? wxString() : units[0];
 

@@ -221,6 +221,23 @@ TEST(VyrTableImport, HeadingsGiveQuantityAndUnit) {
     }
 }
 
+TEST(VyrTableImport, HeaderLineOfUnitsOnlyGivesTheUnitsOfTheNamesAbove) {
+    const char* tables[] = {
+        "Logger\nTime\tTemperature\tNote\n(s)\t[\u00b0C]\t\n0\t20\t1\n",
+        "Time Temperature Note\n(s) [\u00b0C]\n0 20 1\n",
+    };
+    for (const char* table : tables) {
+        VyrBaseData doc(nullptr);
+        VyrTableImport import;
+        ASSERT_TRUE(Import(doc, Utf8(wxString::FromUTF8(table).ToStdWstring()), import)) << table;
+        const std::vector<ColumnSeen> c = Columns(doc);
+        ASSERT_EQ(c.size(), 3u) << table;
+        ExpectColumn(c[0], L"Time", L"s", {0});
+        ExpectColumn(c[1], L"Temperature", L"\u00b0C", {20});
+        ExpectColumn(c[2], L"Note", L"", {1});
+    }
+}
+
 TEST(VyrTableImport, CellsAreNumbersOnlyAsAWhole) {
     struct Case {
         const char* cell;

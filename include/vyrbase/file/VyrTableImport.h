@@ -16,18 +16,19 @@
 // - decimal mark: a point always; a comma too unless the separator is ",";
 // - header lines: those before the first row whose first cell is a number. The last of them
 //   that holds text names the columns: "name (unit)", "name [unit]", "name/unit", or a name
-//   without unit (an empty unit). Without header the columns are named C1, C2, ...;
+//   without unit (an empty unit); when that last line holds units only ("(s)", "[V]"), they are
+//   the units of the names on the line above. Without header the columns are named C1, C2...;
 // - line ends CRLF, LF or CR; cells in double quotes may hold separators, a doubled quote
 //   standing for one. A quote left open ends with its line.
 //
 // Rows: every line from the first numeric row on that holds anything (blank lines and lines of
 // empty cells are no rows). A cell that is empty or is not a number as a whole ("NaN", "---",
 // text, "12 V") is an invalid point of its vector, and a row shorter than the table has invalid
-// points for its missing cells: no row is dropped and no value is made up. An invalid point
-// holds the column's previous number (its next one before the first), because the automatic
-// ranges of the diagrams count invalid points too. Empty cells at the end of every row (a
-// trailing separator) make no column unless the header names it. A table of one column is plotted
-// against the row number, 0, 1, 2... (quantity "n").
+// points for its missing cells: no row is dropped and no missing cell reads as a valid number.
+// An invalid point holds the column's previous number (its next one before the first), because
+// the automatic ranges of the diagrams count invalid points too. Empty cells at the end of every
+// row (a trailing separator) make no column unless the header names it. A table of one column
+// is plotted against the row number, 0, 1, 2... (quantity "n").
 //
 // Quantities stay as the headings say, also when two columns have the same; the curves are
 // named after them, made unique in the experiment with 1, 2... ("U", "U1").
