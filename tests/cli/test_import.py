@@ -125,6 +125,10 @@ class StylesTest(ImportTestCase):
         self.assertCurves(doc, [("Time", "s", 0, 0), ("T1", "°C", 4, 1), ("T2", "°C", 4, 3)])
         t1 = doc["experiments"][0]["curves"][0]
         self.assertEqual((t1["y"]["min"], t1["y"]["max"]), (21.5, 21.8))
+        # Holes hold their column's previous number (the next one before the first).
+        self.assertEqual(self.table_of(self.path("logger.vyr")),
+                         [["0", "21.5", "22"], ["0.1", "21.5", "22"], ["0.2", "21.7", "22"],
+                          ["0.3", "21.8", "22"]])
 
     def test_bare_numbers_are_named_after_their_column_numbers(self):
         doc = self.imported("bare.dat", b"0 1.5  2.5\n1 1.6  2.4\n2 1.7  2.3\n3 1.8  2.2\n")
@@ -177,6 +181,13 @@ class RoundTripTest(ImportTestCase):
 
 
 class OptionsTest(ImportTestCase):
+    def test_help_describes_the_command(self):
+        self.assertIn("vyr import IN", run("--help").stdout)
+        result = run("help", "import")
+        self.assertEqual(result.returncode, 0)
+        for option in ("--separator", "--decimal", "--encoding", "--skip", "--header", ".vyr"):
+            self.assertIn(option, result.stdout)
+
     def test_each_option_overrides_its_detection(self):
         # A comma forced as separator: the semicolon is then part of a heading.
         doc = self.imported("sep.csv", b"x,a;b\n1,2;3\n4,5\n", "--separator", ",")
