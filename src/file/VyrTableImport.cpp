@@ -10,7 +10,9 @@
 #include <charconv>
 #include <climits>
 #include <cstring>
+#include <map>
 #include <memory>
+#include <set>
 #include <new>
 #include <string>
 #include <string_view>
@@ -740,6 +742,9 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
         const int size = static_cast<int>(rows);
         bool room = true;
         std::vector<VyrCourbe*> made;
+        // The curve names taken, and for each quantity the next number to try after it.
+        std::set<wxString> taken;
+        std::map<wxString, int> nextNumber;
         for (size_t k = 0; k < curves && room; ++k) {
             const size_t column = byIndex ? 0 : k + 1;
             // The quantity stays as the heading says (the table goes back out as it came in);
@@ -747,8 +752,8 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
             // by it.
             const wxString& quantity = quantities[column];
             wxString curveName = quantity;
-            for (int n = 1; experience->FindCourbeByNom(curveName.wc_str()); ++n)
-                curveName = wxString::Format(L"%s%d", quantity, n);
+            while (!taken.insert(curveName).second)
+                curveName = wxString::Format(L"%s%d", quantity, ++nextNumber[quantity]);
             auto* curve = static_cast<VyrCourbe*>(
                 doc.CreateEntity(VYR_KIND_COURBE, doc.GetNewOid(), curveName.wc_str()));
             auto* vx = static_cast<VyrVecteur*>(
