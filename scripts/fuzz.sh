@@ -5,7 +5,7 @@
 # or more than 2 GB is written to build/fuzz-artifacts/<target>/ and fails the run: reproduce it
 # with build/fuzzer/fuzz/vyr_fuzz_<target> <file>, fix the library, and add the file to
 # tests/corpus/ (the tests replay it).
-# Usage: scripts/fuzz.sh [seconds] [target...]   (targets: load roundtrip base64 report csv)
+# Usage: scripts/fuzz.sh [seconds] [target...]   (targets: load roundtrip base64 report csv table)
 # FUZZ_JOBS=n runs n targets at a time (default 1).
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -14,7 +14,7 @@ scripts/deps.sh fuzz
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -eq 0 ] && targets=(load roundtrip base64 report csv)
+[ ${#targets[@]} -eq 0 ] && targets=(load roundtrip base64 report csv table)
 jobs=${FUZZ_JOBS:-1}
 export DISPLAY= WAYLAND_DISPLAY=
 
@@ -33,7 +33,10 @@ run_target() {
     local work=build/fuzz-corpus/$target artifacts=build/fuzz-artifacts/$target
     mkdir -p "$work" "$artifacts"
     local dict=()
-    case $target in load|roundtrip|csv) dict=(-dict=fuzz/vyr.dict) ;; esac
+    case $target in
+        load|roundtrip|csv) dict=(-dict=fuzz/vyr.dict) ;;
+        table) dict=(-dict=fuzz/table.dict) ;;
+    esac
     # New inputs go to the working corpus; the committed seeds are only read.
     build/fuzzer/fuzz/vyr_fuzz_"$target" "$work" fuzz/corpus/"$target" "${dict[@]}" \
         -max_total_time="$seconds" -timeout=2 -rss_limit_mb=2048 -malloc_limit_mb=2048 \

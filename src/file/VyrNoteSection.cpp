@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "file/VyrNumberText.h"
 #include "file/VyrReadText.h"
 #include "file/VyrTextWriter.h"
 #include "vyrbase/core/VyrBaseData.h"
@@ -72,6 +73,22 @@ private:
     std::unordered_map<const VyrCourbe*, VyrExperience*> m_owners;
 };
 
+// The name line of a curve's note: the point's values and the curve's name, formatted as one
+// line in which every "," then becomes "." (the separator between the two numbers and any
+// comma of the curve's name included), as every formatted line of the file is treated.
+wxString NameLine(double x, double y, VyrCourbe* curve) {
+    char digits[VyrNumberText::kMaxChars];
+    wxString line = L"\tnom = \"rectangle_annotation(";
+    line.append(wxString::FromAscii(digits, VyrNumberText::FormatG(digits, x)));
+    line.append(L", ");
+    line.append(wxString::FromAscii(digits, VyrNumberText::FormatG(digits, y)));
+    line.append(L")_");
+    line.append(curve->GetEntityName());
+    line.append(L"\"\r\n");
+    line.Replace(L",", L".");
+    return line;
+}
+
 }  // namespace
 
 bool VyrBaseData::SauveAnnotations(VyrTextWriter& out) {
@@ -93,15 +110,7 @@ bool VyrBaseData::SauveAnnotations(VyrTextWriter& out) {
                 y = vy->GetVal(index);
             }
             // Kept: the text is written without escaping, so a quote in it cuts it on reading.
-            out.Header(L"Annotation")
-                .LineInt(L"oid", note->GetOid())
-                .Text(L"\tnom = \"rectangle_annotation(")
-                .G(x)
-                .Text(L", ")
-                .G(y)
-                .Text(L")_")
-                .Text(curve->GetEntityName())
-                .Text(L"\"\r\n");
+            out.Header(L"Annotation").LineInt(L"oid", note->GetOid()).Text(NameLine(x, y, curve));
             BoxLines(out);
             out.LineString(L"texte", note->GetText())
                 .LineInt(L"index", index)

@@ -11,6 +11,8 @@ import unittest
 VYR = os.environ["VYR"]
 SAMPLES = os.environ["VYR_SAMPLES"]
 OSCILLATION = os.path.join(SAMPLES, "oscillation.vyr")
+# A table of another tool, which vyr import makes into a document.
+TABLE = os.path.join(SAMPLES, "pendulum.csv")
 EXIT_OUTPUT = 5
 PREVIOUS = b"the previous file, which no failure may touch\n" * 20
 
@@ -23,6 +25,7 @@ WRITERS = [
     ("pages.pdf", lambda out: ["render", OSCILLATION, "--diagram", "all", "-o", out]),
     ("data.csv", lambda out: ["csv", OSCILLATION, "-o", out]),
     ("copy.vyr", lambda out: ["convert", OSCILLATION, out]),
+    ("table.vyr", lambda out: ["import", TABLE, "-o", out]),
 ]
 
 

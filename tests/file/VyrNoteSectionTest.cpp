@@ -59,7 +59,7 @@ TEST(VyrNoteSection, CurveNoteIsWrittenWithItsPointAndCurveKey) {
     EXPECT_EQ(Section(text, L"[Annotation]"),
               L"[Annotation]\r\n\toid = " + std::to_wstring(note->GetOid()) +
                   L"\r\n"
-                  L"\tnom = \"rectangle_annotation(2.5, -3)_C1\"\r\n"
+                  L"\tnom = \"rectangle_annotation(2.5. -3)_C1\"\r\n"
                   L"\tposx0 = 0\r\n\tposy0 = 0\r\n\tposx1 = 0\r\n\tposy1 = 22\r\n"
                   L"\ttexte = \"hello\"\r\n"
                   L"\tindex = 1\r\n"
@@ -77,8 +77,39 @@ TEST(VyrNoteSection, NoteBeyondTheCurvesPointsIsWrittenAtZeroZero) {
     VyrNote* note = doc.CreateNoteEntity();
     note->SetPointIndex(5);
     c->AddNote(note);
-    EXPECT_NE(SaveText(doc, dir).find(L"\tnom = \"rectangle_annotation(0, 0)_C\"\r\n"),
+    EXPECT_NE(SaveText(doc, dir).find(L"\tnom = \"rectangle_annotation(0. 0)_C\"\r\n"),
               std::wstring::npos);
+}
+
+// Kept: the name line is formatted whole and then every "," of it becomes ".", the separator
+// between the two numbers and the commas of the curve's name included.
+TEST(VyrNoteSection, NameLineHasEveryCommaTurnedIntoAPoint) {
+    filetest::TempDir dir;
+    VyrBaseData doc(nullptr);
+    VyrExperience* e = Experience(doc, "E");
+    VyrCourbe* u = Curve(doc, e, "U(t)", "U", {{0, 0}, {1.5, -20.5}});
+    VyrCourbe* ab = Curve(doc, e, "a,b", "W", {{-0.25, 1e-7}});
+    for (VyrCourbe* c : {u, ab}) {
+        VyrNote* note = doc.CreateNoteEntity();
+        note->SetPointIndex(c == u ? 1 : 0);
+        c->AddNote(note);
+    }
+    const std::wstring text = SaveText(doc, dir);
+    EXPECT_NE(text.find(L"\tnom = \"rectangle_annotation(1.5. -20.5)_U(t)\"\r\n"),
+              std::wstring::npos);
+    EXPECT_NE(text.find(L"\tnom = \"rectangle_annotation(-0.25. 1e-07)_a.b\"\r\n"),
+              std::wstring::npos);
+    EXPECT_EQ(text.find(L"rectangle_annotation(1.5, "), std::wstring::npos);
+    // The name line reads back as written: the note is a curve annotation of that name.
+    VyrBaseData back(nullptr);
+    ASSERT_TRUE(LoadText(back, dir, text));
+    VyrCourbe* loaded = back.FindCourbe(L"U(t)");
+    ASSERT_NE(loaded, nullptr);
+    ASSERT_EQ(loaded->GetNotesCount(), 1);
+    wxVyrListNoteNode* node = loaded->GetFirstNote();
+    VyrNote* note = loaded->GetNextNote(&node);
+    EXPECT_EQ(note->GetEntityName(), L"rectangle_annotation(1.5. -20.5)_U(t)");
+    EXPECT_EQ(note->GetType(), VYR_NOTE_ANNOTATION);
 }
 
 TEST(VyrNoteSection, NoteTextIsWrittenUnescapedAndReadsBackCutAtItsQuote) {

@@ -23,6 +23,7 @@ int RunInfo(const Args& args);
 int RunCsv(const Args& args);
 int RunRender(const Args& args);
 int RunConvert(const Args& args);
+int RunImport(const Args& args);
 int RunDemo(const Args& args);
 
 }  // namespace vyr

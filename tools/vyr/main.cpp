@@ -53,6 +53,16 @@ const std::vector<Command>& AllCommands() {
          "Loads IN (UTF-16, UTF-8 or ISO-8859-1) and saves it again as OUT in the canonical\n"
          "UTF-16 form.",
          &RunConvert},
+        {"import",
+         "vyr import IN [-o OUT.vyr] [--separator C] [--decimal C] [--encoding E] [--skip N]\n"
+         "           [--header N]",
+         "Makes a document of a text table (CSV, a spreadsheet's, a logger's, a phone sensor\n"
+         "app's): the first column as X, one curve per further column, names and units from\n"
+         "the header (\"name (unit)\", \"name [unit]\", \"name/unit\"); empty cells and cells\n"
+         "that are no numbers become invalid points. Encoding, separator (tab, ;, , or blanks),\n"
+         "decimal mark and header lines are detected; each option sets one of them (--skip:\n"
+         "lines before the table). Without -o the output is IN with the extension .vyr.",
+         &RunImport},
         {"demo", "vyr demo [DIR]",
          "Builds sample documents a science class would produce (oscillation, sound, spectrum,\n"
          "pendulum, signal) through the library's API, saves each into DIR (default: samples),\n"

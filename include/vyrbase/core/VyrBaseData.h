@@ -371,6 +371,8 @@ protected:
 
 private:
     friend class VyrBaseDataTestAccess;
+    // Replaces the content as a load does: builds entities with CreateEntity, notifies code 8.
+    friend class VyrTableImport;
 
     // The steps of Load and LoadFromMemory: emptying the unit maps, decoding and parsing the
     // bytes (answers the result), and what runs after every attempt (answers the result,
