@@ -1,6 +1,7 @@
 // The curve section "[courbe]": the curve's name and comment, its two vectors by oid, colour,
 // style, diagram membership, stored ranges and the oids of its notes.
 #include "file/VyrNumberText.h"
+#include "file/VyrExperienceOwners.h"
 #include "file/VyrReadText.h"
 #include "file/VyrTextWriter.h"
 #include "vyrbase/core/VyrBaseData.h"
@@ -68,6 +69,7 @@ wxColour VyrBaseData::ColourFromFile(int value) {
 
 bool VyrBaseData::SauveCourbe(VyrTextWriter& out) {
     const wxString empty;
+    const VyrExperienceOwners owners(*this);
     wxVyrListEntityNode* node = GetFirstCourbeNode();
     while (node) {
         VyrCourbe* curve = GetNextCourbe(&node);
@@ -80,7 +82,7 @@ bool VyrBaseData::SauveCourbe(VyrTextWriter& out) {
             .LineRaw(L"calcul\u00e9", L"f")
             .LineRaw(L"priv\u00e9e", L"f")
             .LineInt(L"attributs", 0);
-        VyrExperience* experience = FindExperienceFromCourbe(curve);
+        VyrExperience* experience = owners.OfCourbe(curve);
         // Kept, as for vectors: a curve without experiment ends the writer here.
         if (!experience)
             return out.IsOk();

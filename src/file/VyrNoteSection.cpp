@@ -2,9 +2,9 @@
 // and the binding of notes to curves by name once a whole file has been read.
 #include <algorithm>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
+#include "file/VyrExperienceOwners.h"
 #include "file/VyrNumberText.h"
 #include "file/VyrReadText.h"
 #include "file/VyrTextWriter.h"
@@ -47,31 +47,13 @@ wxString CurveKey(VyrBaseData& doc, VyrCourbe* curve) {
     return key;
 }
 
-// The experiment of every curve (FindExperienceFromCourbe: the first in list order that holds
-// it), found in one walk of the experiments, for the walks that want the key of every curve:
-// one search of the experiments per curve would cost their product.
-class CurveOwners {
-public:
-    explicit CurveOwners(VyrBaseData& doc) {
-        wxVyrListEntityNode* node = doc.GetFirstExperienceNode();
-        while (node) {
-            VyrExperience* experience = doc.GetNextExperience(&node);
-            for (auto* c = experience->GetCourbes().GetFirst(); c; c = c->GetNext())
-                m_owners.emplace(c->GetData(), experience);
-        }
-    }
-    // CurveKey of an attached curve.
-    wxString Key(VyrCourbe* curve) const {
-        wxString key = curve->GetEntityName();
-        auto found = m_owners.find(curve);
-        if (found != m_owners.end())
-            key += found->second->GetEntityName();
-        return key;
-    }
-
-private:
-    std::unordered_map<const VyrCourbe*, VyrExperience*> m_owners;
-};
+// CurveKey of an attached curve, its experiment taken from `owners`.
+wxString CurveKey(const VyrExperienceOwners& owners, VyrCourbe* curve) {
+    wxString key = curve->GetEntityName();
+    if (VyrExperience* experience = owners.OfCourbe(curve))
+        key += experience->GetEntityName();
+    return key;
+}
 
 // The name line of a curve's note: the point's values and the curve's name, formatted as one
 // line in which every "," then becomes "." (the separator between the two numbers and any
@@ -92,11 +74,11 @@ wxString NameLine(double x, double y, VyrCourbe* curve) {
 }  // namespace
 
 bool VyrBaseData::SauveAnnotations(VyrTextWriter& out) {
-    const CurveOwners owners(*this);
+    const VyrExperienceOwners owners(*this);
     wxVyrListEntityNode* node = GetFirstCourbeNode();
     while (node) {
         VyrCourbe* curve = GetNextCourbe(&node);
-        const wxString curveKey = owners.Key(curve);
+        const wxString curveKey = CurveKey(owners, curve);
         wxVyrListNoteNode* noteNode = curve->GetFirstNote();
         while (noteNode) {
             VyrNote* note = curve->GetNextNote(&noteNode);
@@ -225,14 +207,14 @@ void VyrBaseData::AttribuerLesAnnotations() {
         return;
     for (auto& key : waiting)
         std::sort(key.second.begin(), key.second.end());
-    const CurveOwners owners(*this);
+    const VyrExperienceOwners owners(*this);
     // Curves that an "annotations" table gave notes to are not matched by name.
     wxVyrListEntityNode* node = GetFirstCourbeNode();
     while (node) {
         VyrCourbe* curve = GetNextCourbe(&node);
         if (curve->GetNotesCount() != 0)
             continue;
-        auto found = waiting.find(owners.Key(curve).ToStdWstring());
+        auto found = waiting.find(CurveKey(owners, curve).ToStdWstring());
         if (found == waiting.end())
             continue;
         for (int oid : found->second) {

@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstring>
 
+#include "file/VyrExperienceOwners.h"
 #include "file/VyrReadText.h"
 #include "file/VyrTextWriter.h"
 #include "vyrbase/core/VyrBaseData.h"
@@ -26,6 +27,7 @@ int ValidityByteCount(int size) {
 
 bool VyrBaseData::SauveVecteur(VyrTextWriter& out) {
     const wxString empty;
+    const VyrExperienceOwners owners(*this);
     wxVyrListEntityNode* node = GetFirstEntityNode(VYR_KIND_VECTEUR);
     while (node) {
         VyrVecteur* vector = static_cast<VyrVecteur*>(GetNextEntity(&node, VYR_KIND_VECTEUR));
@@ -38,7 +40,7 @@ bool VyrBaseData::SauveVecteur(VyrTextWriter& out) {
             .LineRaw(L"calcul\u00e9", L"f")
             .LineRaw(L"priv\u00e9e", L"f")
             .LineInt(L"attributs", 257);
-        VyrExperience* experience = FindExperienceByVect(vector);
+        VyrExperience* experience = owners.OfVecteur(vector);
         // Kept: a vector that no experiment holds ends the writer here, its section left
         // without the lines below and no later vector written, and the save goes on.
         if (!experience)
