@@ -4,9 +4,10 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/deps.sh run
-cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release >/dev/null
-cmake --build build/release -j"$(nproc)" --target vyr
-vyr=build/release/tools/vyr
+cmake -S . -B build/run -DCMAKE_BUILD_TYPE=Release -DVYR_BUILD_TESTS=OFF -DVYR_BUILD_BENCH=OFF \
+    -DVYR_PYTHON=OFF >/dev/null
+cmake --build build/run -j"$(nproc)" --target vyr
+vyr=build/run/tools/vyr
 export DISPLAY= WAYLAND_DISPLAY=   # headless, as on a server
 "$vyr" demo build/demo
 "$vyr" info
