@@ -3,6 +3,7 @@
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
 #include <cairo.h>
+#include <zlib.h>
 
 #include <memory>
 #include <new>
@@ -77,12 +78,22 @@ private:
     bool m_bFailed = false;
 };
 
+// The "sub" row filter of the PNG format, numbered as the PNG library's filter mask numbers it
+// (PNG_FILTER_SUB): each byte is coded as its difference from the pixel on its left.
+constexpr int kPngFilterSub = 0x10;
+
 bool WritePng(const Diagrams& diagrams, VyrFileSink& sink, int width, int height, double scale) {
     wxImage image;
     if (!VyrDiagramExport::PaintToImage(diagrams.front(), image, width, height, scale))
         return false;
     if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
         wxImage::AddHandler(new wxPNGHandler);
+    // A diagram is mostly runs of a few flat colours: the fastest deflate level over the "sub"
+    // filter's differences codes them in far less time than the default effort (whose encoding
+    // was a fifth of a whole render of a long recording), for a file about half as large again.
+    // The pixels are the same.
+    image.SetOption(wxIMAGE_OPTION_PNG_COMPRESSION_LEVEL, Z_BEST_SPEED);
+    image.SetOption(wxIMAGE_OPTION_PNG_FILTER, kPngFilterSub);
     SinkOutputStream stream(sink);
     const bool saved = image.SaveFile(stream, wxBITMAP_TYPE_PNG);
     return saved && !stream.Failed();

@@ -3,15 +3,21 @@
 // Markers are drawn only inside the plot rectangle and never twice in a row on one pixel; a
 // curve with more points than the plot has pixel columns draws each pixel position once at
 // most, so a dense recording, smooth or noisy, costs one primitive per distinct visible pixel
-// rather than one per point.
+// rather than one per point; on an image, square markers are blended into its pixels directly.
 #include <algorithm>
+#include <cmath>
 #include <climits>
 #include <cstdint>
 #include <new>
 #include <vector>
 
+#include <cairo.h>
+
 #include <wx/brush.h>
 #include <wx/dc.h>
+#include <wx/dcgraph.h>
+#include <wx/graphics.h>
+#include <wx/image.h>
 #include <wx/pen.h>
 
 #include "diagram/VyrCurvePoints.h"
@@ -28,22 +34,28 @@ struct MarkerTool {
     bool thinPen;   // pen width = line scale (else curve width x line scale)
     bool flatCaps;  // butt caps and mitre joins, so the strokes end exactly where asked
     int brush;      // 0 unchanged, 1 transparent, 2 solid in the curve's colour
+    // Blended into an image from one learnt marker (MarkerStamp). Only the square: the image
+    // blends its four strokes with exactly the stamp's rounding, antialiased or not, which the
+    // tests pin; the renderer rounds the other figures' edges otherwise (and rasterises the
+    // lozenge differently from one whole-pixel position to the next), so they are drawn.
+    bool stamped;
 };
 
 MarkerTool ToolOf(Marker marker) {
     switch (marker) {
         case Marker::Point:
-            return {true, false, 2};
+            return {true, false, 2, false};
         case Marker::Plus:
         case Marker::Cross:
-            return {false, true, 0};
+            return {false, true, 0, false};
         case Marker::Square:
+            return {false, true, 1, true};
         case Marker::Lozenge:
-            return {false, true, 1};
+            return {false, true, 1, false};
         case Marker::Circle:
-            return {false, false, 1};
+            return {false, false, 1, false};
     }
-    return {false, false, 0};
+    return {false, false, 0, false};
 }
 
 // Draws one marker at p. The "+ 1" ends make the last pixel of each stroke drawn, since a
@@ -112,6 +124,175 @@ private:
     std::vector<uint64_t> m_bits;
 };
 
+// Selects the pen and brush of a marker of the given colour.
+void SelectTool(wxDC* dc, const MarkerTool& tool, const wxColour& colour, int w, int lineScale) {
+    wxPen pen(colour, tool.thinPen ? lineScale : w * lineScale, wxPENSTYLE_SOLID);
+    if (tool.flatCaps) {
+        pen.SetCap(wxCAP_BUTT);
+        pen.SetJoin(wxJOIN_MITER);
+    }
+    dc->SetPen(pen);
+    if (tool.brush == 1)
+        dc->SetBrush(*wxTRANSPARENT_BRUSH);
+    else if (tool.brush == 2)
+        dc->SetBrush(wxBrush(colour, wxBRUSHSTYLE_SOLID));
+}
+
+// One marker drawn on a raster image by blending its learnt pixels into the image's memory.
+//
+// A marker stands on whole pixels: moved by a whole pixel, it covers the same pixels, each by
+// the same fraction, moved by that pixel. So its coverage is learnt once, from one marker drawn
+// by the same renderer with the same antialiasing, and each marker after that is the image's
+// own "over" blend of the curve's opaque colour through that coverage, computed here with the
+// renderer's rounding, in the order the markers come: the same pixels as drawing each of them,
+// at the cost of a few integer operations per pixel instead of a figure through the toolkit.
+//
+// Only an image surface of 32-bit pixels drawn through cairo, with a whole-pixel translation,
+// no clipping other than one rectangle and the default "over" operator qualifies; any other
+// context (a vector surface, a printer, a scaled one) draws the markers themselves.
+class MarkerStamp {
+public:
+    // Learns the marker's coverage by drawing it (paint(dc, centre)) on a small image of the
+    // same renderer and antialiasing, reaching at most `reach` pixels from its centre. False
+    // when the target does not qualify; then nothing is to be stamped.
+    template <typename PaintOne>
+    bool Learn(wxDC* dc, const wxColour& colour, int reach, PaintOne paint) {
+        wxGraphicsContext* gc = dc ? dc->GetGraphicsContext() : nullptr;
+        if (!gc || gc->GetRenderer() != wxGraphicsRenderer::GetCairoRenderer() || !colour.IsOk() ||
+            colour.Alpha() != wxALPHA_OPAQUE || dc->GetLogicalFunction() != wxCOPY)
+            return false;
+        cairo_t* cr = static_cast<cairo_t*>(gc->GetNativeContext());
+        if (!cr || cairo_status(cr) != CAIRO_STATUS_SUCCESS ||
+            cairo_get_operator(cr) != CAIRO_OPERATOR_OVER || !Target(cr) ||
+            !LearnStamp(gc->GetAntialiasMode(), reach, paint))
+            return false;
+        m_colour[0] = colour.Blue();
+        m_colour[1] = colour.Green();
+        m_colour[2] = colour.Red();
+        m_colour[3] = 255;
+        cairo_surface_flush(m_surface);
+        return true;
+    }
+
+    // Blends the marker at p (logical coordinates) into the image, inside the clip.
+    void Stamp(const wxPoint& p) {
+        const int cx = p.x + m_shift.x;
+        const int cy = p.y + m_shift.y;
+        for (const Cell& cell : m_cells) {
+            const int x = cx + cell.dx;
+            const int y = cy + cell.dy;
+            if (!m_clip.Contains(x, y))
+                continue;
+            uint8_t* px = m_data + ptrdiff_t(y) * m_stride + ptrdiff_t(x) * 4;
+            const unsigned keep = 255u - cell.cover;
+            for (int c = 0; c < 4; ++c)
+                px[c] = static_cast<uint8_t>(Mul(m_colour[c], cell.cover) + Mul(px[c], keep));
+        }
+    }
+
+    // Tells the surface that its memory was written behind its back.
+    void Finish() { cairo_surface_mark_dirty(m_surface); }
+
+private:
+    struct Cell {
+        int dx, dy;
+        unsigned cover;  // 1..255
+    };
+
+    // a x b / 255, rounded as the image blender rounds it.
+    static unsigned Mul(unsigned a, unsigned b) {
+        const unsigned t = a * b + 0x80;
+        return ((t >> 8) + t) >> 8;
+    }
+
+    // Takes the image behind the context: its memory, the device shift of logical coordinates
+    // (whole pixels only) and the clip as one device rectangle within the image.
+    bool Target(cairo_t* cr) {
+        cairo_surface_t* surface = cairo_get_target(cr);
+        if (cairo_surface_get_type(surface) != CAIRO_SURFACE_TYPE_IMAGE)
+            return false;
+        const cairo_format_t format = cairo_image_surface_get_format(surface);
+        if (format != CAIRO_FORMAT_ARGB32 && format != CAIRO_FORMAT_RGB24)
+            return false;
+        cairo_matrix_t m;
+        cairo_get_matrix(cr, &m);
+        double ox = 0, oy = 0;
+        cairo_surface_get_device_offset(surface, &ox, &oy);
+        const double tx = m.x0 + ox;
+        const double ty = m.y0 + oy;
+        if (m.xx != 1.0 || m.yy != 1.0 || m.xy != 0.0 || m.yx != 0.0 || tx != std::floor(tx) ||
+            ty != std::floor(ty) || std::fabs(tx) > 1e6 || std::fabs(ty) > 1e6)
+            return false;
+        m_shift = wxPoint(static_cast<int>(tx), static_cast<int>(ty));
+        m_clip = wxRect(0, 0, cairo_image_surface_get_width(surface),
+                        cairo_image_surface_get_height(surface));
+        cairo_rectangle_list_t* clips = cairo_copy_clip_rectangle_list(cr);
+        bool ok = clips && clips->status == CAIRO_STATUS_SUCCESS && clips->num_rectangles <= 1;
+        if (ok && clips->num_rectangles == 1) {
+            // In user space; whole pixels only, else its edges would be blended.
+            const cairo_rectangle_t& c = clips->rectangles[0];
+            ok = c.x == std::floor(c.x) && c.y == std::floor(c.y) &&
+                 c.width == std::floor(c.width) && c.height == std::floor(c.height) &&
+                 std::fabs(c.x) < 1e6 && std::fabs(c.y) < 1e6 && c.width < 1e6 && c.height < 1e6;
+            if (ok)
+                m_clip.Intersect(wxRect(static_cast<int>(c.x) + m_shift.x,
+                                        static_cast<int>(c.y) + m_shift.y,
+                                        static_cast<int>(c.width), static_cast<int>(c.height)));
+        }
+        cairo_rectangle_list_destroy(clips);
+        if (!ok)
+            return false;
+        m_surface = surface;
+        m_data = cairo_image_surface_get_data(surface);
+        m_stride = cairo_image_surface_get_stride(surface);
+        return m_data != nullptr;
+    }
+
+    template <typename PaintOne>
+    bool LearnStamp(wxAntialiasMode antialias, int reach, PaintOne paint) {
+        if (reach < 0 || reach > kMaxReach)
+            return false;
+        const int side = 2 * reach + 1;
+        wxImage stamp(side, side, true);  // black
+        {
+            wxGraphicsContext* gc =
+                wxGraphicsRenderer::GetCairoRenderer()->CreateContextFromImage(stamp);
+            if (!gc)
+                return false;
+            wxGCDC stampDc(gc);
+            gc->SetAntialiasMode(antialias);
+            paint(&stampDc, wxPoint(reach, reach));
+        }
+        // White over black: each pixel is the fraction of it that the marker covers.
+        const unsigned char* rgb = stamp.GetData();
+        std::vector<Cell> cells;
+        for (int y = 0; y < side; ++y) {
+            for (int x = 0; x < side; ++x) {
+                const unsigned char* px = rgb + 3 * (size_t(y) * side + x);
+                if (px[0] != px[1] || px[1] != px[2])
+                    return false;
+                if (px[0] == 0)
+                    continue;
+                if (x == 0 || y == 0 || x == side - 1 || y == side - 1)
+                    return false;  // the marker may reach past the stamp
+                cells.push_back({x - reach, y - reach, px[0]});
+            }
+        }
+        m_cells = cells;
+        return true;
+    }
+
+    // Wider markers (curve widths of hundreds of pixels) are drawn one by one.
+    static constexpr int kMaxReach = 64;
+    cairo_surface_t* m_surface = nullptr;
+    uint8_t* m_data = nullptr;
+    int m_stride = 0;
+    wxPoint m_shift;
+    wxRect m_clip;
+    unsigned m_colour[4] = {0, 0, 0, 255};  // in the image's byte order: blue, green, red, alpha
+    std::vector<Cell> m_cells;
+};
+
 // One pass over the points. A point is drawn when its pixel lies in the plot rectangle and
 // differs from the pixel of the last valid point before it (remembered even outside the
 // rectangle). Kept: the remembered pixel starts at (0, 0) and only index 0 is exempt, so when
@@ -123,21 +304,39 @@ private:
 // first time only, in the order the points first reach them: aliased output is identical to
 // drawing every marker. A shorter curve is drawn as it comes: clearing the bits of the whole
 // rectangle would cost more than its few repeated markers.
+//
+// On an image that qualifies (see MarkerStamp), the markers of a dense curve are blended into
+// its pixels from one learnt marker instead of being drawn: the same picture.
 template <Marker M>
-void DrawMarkers(wxDC* dc, const VyrCurvePoints& points, const wxRect& plot, int r, int w,
-                 int lineScale) {
+void DrawMarkers(wxDC* dc, const VyrCurvePoints& points, const wxRect& plot, const wxColour& colour,
+                 int r, int w, int lineScale) {
     wxPoint last(0, 0);
     const int count = points.GetCount();
     DrawnPixels drawn;
     const bool once = count > plot.width && drawn.Cover(plot);
+    MarkerStamp stamp;
+    // A stroke reaches half its pen width past the figure, square ends and mitre joins at most
+    // a pen width.
+    const int reach = r + std::max(w * lineScale, lineScale) + 2;
+    const bool stamped = once && ToolOf(M).stamped &&
+                         stamp.Learn(dc, colour, reach, [&](wxDC* stampDc, const wxPoint& centre) {
+                             SelectTool(stampDc, ToolOf(M), *wxWHITE, w, lineScale);
+                             DrawMarker<M>(stampDc, centre, r, w, lineScale);
+                         });
     for (int i = 0; i < count; ++i) {
         if (!points.IsValid(i))
             continue;
         const wxPoint p = points.Pixel(i);
-        if ((i == 0 || p != last) && plot.Contains(p) && (!once || drawn.First(p)))
-            DrawMarker<M>(dc, p, r, w, lineScale);
+        if ((i == 0 || p != last) && plot.Contains(p) && (!once || drawn.First(p))) {
+            if (stamped)
+                stamp.Stamp(p);
+            else
+                DrawMarker<M>(dc, p, r, w, lineScale);
+        }
         last = p;
     }
+    if (stamped)
+        stamp.Finish();
 }
 
 template <Marker M>
@@ -148,18 +347,8 @@ void PaintMarkers(wxDC* dc, VyrCourbe* courbe, const wxColour& colour,
     const MarkerTool tool = ToolOf(M);
     const int w = courbe->GetWidth();
     const int r = w + lineScale;
-    wxPen pen(colour, tool.thinPen ? lineScale : w * lineScale, wxPENSTYLE_SOLID);
-    if (tool.flatCaps) {
-        pen.SetCap(wxCAP_BUTT);
-        pen.SetJoin(wxJOIN_MITER);
-    }
-    dc->SetPen(pen);
-    if (tool.brush == 1)
-        dc->SetBrush(*wxTRANSPARENT_BRUSH);
-    else if (tool.brush == 2)
-        dc->SetBrush(wxBrush(colour, wxBRUSHSTYLE_SOLID));
-
-    DrawMarkers<M>(dc, VyrCurvePoints(courbe, world), plot, r, w, lineScale);
+    SelectTool(dc, tool, colour, w, lineScale);
+    DrawMarkers<M>(dc, VyrCurvePoints(courbe, world), plot, colour, r, w, lineScale);
 
     dc->SetPen(wxNullPen);
     if (tool.brush != 0)

@@ -338,9 +338,11 @@ Points NoisyCurve(int n, std::mt19937& random) {
 }
 
 // Every marker of every valid point inside the plot, each with the pen and brush its style
-// defines, whether or not a marker already stands on its pixel.
+// defines, whether or not a marker already stands on its pixel; with firstOnly, only the first
+// marker of each pixel position, in the order the points reach them, each drawn by the context.
 void DrawEveryMarker(wxDC& dc, int style, const Points& pts, VyrCourbe* c, VyrDiagram& diagram,
-                     int lineScale) {
+                     int lineScale, bool firstOnly = false) {
+    std::set<std::pair<int, int>> drawn;
     const int w = c->GetWidth();
     const int r = w + lineScale;
     wxPen pen(kBlue, style == 1 ? lineScale : w * lineScale, wxPENSTYLE_SOLID);
@@ -361,7 +363,7 @@ void DrawEveryMarker(wxDC& dc, int style, const Points& pts, VyrCourbe* c, VyrDi
                                       VyrDiagramTestAccess::Bx(diagram)),
                         VyrRoundPixel(pts[i].second * VyrDiagramTestAccess::Ay(diagram) +
                                       VyrDiagramTestAccess::By(diagram)));
-        if (!plot.Contains(p))
+        if (!plot.Contains(p) || (firstOnly && !drawn.insert({p.x, p.y}).second))
             continue;
         const int x = p.x, y = p.y;
         switch (style) {
@@ -393,6 +395,65 @@ void DrawEveryMarker(wxDC& dc, int style, const Points& pts, VyrCourbe* c, VyrDi
 }
 
 }  // namespace
+
+// On an image clipped to a rectangle, as a diagram is painted, the markers of a dense curve are
+// blended into the pixels from one learnt marker: the same pixels, to the last bit, as the
+// context drawing each of those markers itself, with antialiasing (partly covered edges blend
+// over each other in order) and without (then also as every marker of every point), for every
+// marker style, pen width and line scale, and with a clip that cuts markers.
+TEST(VyrDiagramMarkers, DenseMarkersOnAClippedImageAreTheSamePixelsAsEachMarkerDrawn) {
+    const wxSize size(500, 260);
+    std::mt19937 random(77);
+    const Points pts = NoisyCurve(60000, random);
+    for (const wxRect& clip : {wxRect(50, 20, 401, 201), wxRect(120, 60, 211, 97)}) {
+        for (bool antialias : {true, false}) {
+            for (int style = 1; style <= 6; ++style) {
+                for (int width : {1, 2}) {
+                    for (int lineScale : {1, 2}) {
+                        SCOPED_TRACE(testing::Message()
+                                     << "clip " << clip.x << "," << clip.y << ", antialias "
+                                     << antialias << ", marker style " << style << ", width "
+                                     << width << ", line scale " << lineScale);
+                        PaintScene scene;
+                        VyrCourbe* c = ShowCurve(scene, style, 0, pts, width);
+                        for (size_t i = 5; i < pts.size(); i += 41)
+                            PaintScene::SetValid(c, static_cast<int>(i), false);
+                        VyrDiagram& diagram = scene.Diagram();
+                        VyrDiagramTestAccess::SetLineScale(diagram, lineScale);
+                        const wxImage stamped = PaintToImage(
+                            size,
+                            [&](wxDC& dc) {
+                                dc.SetClippingRegion(clip);
+                                VyrDiagramTestAccess::PaintMarker(diagram, style, &dc, c, kBlue);
+                            },
+                            antialias);
+                        const wxImage drawn = PaintToImage(
+                            size,
+                            [&](wxDC& dc) {
+                                dc.SetClippingRegion(clip);
+                                DrawEveryMarker(dc, style, pts, c, diagram, lineScale, true);
+                            },
+                            antialias);
+                        EXPECT_EQ(CountDifferentPixels(stamped, drawn, 0), 0);
+                        const wxImage blank = PaintToImage(
+                            size, [](wxDC&) {}, antialias);
+                        EXPECT_GT(CountDifferentPixels(stamped, blank, 0), 2000);
+                        if (!antialias) {
+                            const wxImage every = PaintToImage(
+                                size,
+                                [&](wxDC& dc) {
+                                    dc.SetClippingRegion(clip);
+                                    DrawEveryMarker(dc, style, pts, c, diagram, lineScale);
+                                },
+                                false);
+                            EXPECT_EQ(CountDifferentPixels(stamped, every, 0), 0);
+                        }
+                    }
+                }
+            }
+        }
+    }
+}
 
 // Dense noisy data: each marker pixel position is drawn once, the first time a point reaches
 // it. Without antialiasing this is pixel-identical to drawing the marker of every point, for

@@ -74,9 +74,13 @@ bool ReadAll(const wxString& path, std::vector<unsigned char>& bytes, size_t& le
     bytes.resize(stated + 1);
     length = 0;
     for (;;) {
-        if (length == bytes.size() - 1)
-            bytes.resize(bytes.size() + bytes.size() / 2 + 4096);
-        const ssize_t got = ::read(fd, bytes.data() + length, bytes.size() - 1 - length);
+        // With the buffer full (the stated size read), one byte read aside tells the end of the
+        // file from a file that grew, before the buffer is grown: growing it would move and
+        // touch again every page already read, for nothing in the usual case.
+        const bool full = length == bytes.size() - 1;
+        unsigned char probe = 0;
+        const ssize_t got = full ? ::read(fd, &probe, 1)
+                                 : ::read(fd, bytes.data() + length, bytes.size() - 1 - length);
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0) {
@@ -86,6 +90,10 @@ bool ReadAll(const wxString& path, std::vector<unsigned char>& bytes, size_t& le
         }
         if (got == 0)
             break;
+        if (full) {
+            bytes.resize(bytes.size() + bytes.size() / 2 + 4096);
+            bytes[length] = probe;
+        }
         length += static_cast<size_t>(got);
     }
     ::close(fd);
