@@ -2,10 +2,10 @@
 // and the binding of notes to curves by name once a whole file has been read.
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "file/VyrExperienceOwners.h"
-#include "file/VyrNumberText.h"
 #include "file/VyrReadText.h"
 #include "file/VyrTextWriter.h"
 #include "vyrbase/core/VyrBaseData.h"
@@ -55,20 +55,21 @@ wxString CurveKey(const VyrExperienceOwners& owners, VyrCourbe* curve) {
     return key;
 }
 
-// The name line of a curve's note: the point's values and the curve's name, formatted as one
-// line in which every "," then becomes "." (the separator between the two numbers and any
-// comma of the curve's name included), as every formatted line of the file is treated.
-wxString NameLine(double x, double y, VyrCourbe* curve) {
-    char digits[VyrNumberText::kMaxChars];
-    wxString line = L"\tnom = \"rectangle_annotation(";
-    line.append(wxString::FromAscii(digits, VyrNumberText::FormatG(digits, x)));
-    line.append(L", ");
-    line.append(wxString::FromAscii(digits, VyrNumberText::FormatG(digits, y)));
-    line.append(L")_");
-    line.append(curve->GetEntityName());
-    line.append(L"\"\r\n");
-    line.Replace(L",", L".");
-    return line;
+// Writes the name line of a curve's note: the point's values and the curve's name, formatted as
+// one line in which every "," then becomes "." (the separator between the two numbers and any
+// comma of the curve's name included), as every formatted line of the file is treated. The
+// numbers hold no comma; the name is written in runs between its commas, so that the line costs
+// no allocation (a save that runs out of memory must leave nothing behind).
+void WriteNameLine(VyrTextWriter& out, double x, double y, VyrCourbe* curve) {
+    out.Text(L"\tnom = \"rectangle_annotation(").G(x).Text(L". ").G(y).Text(L")_");
+    const wxString& name = curve->GetEntityName();
+    std::wstring_view rest(name.wc_str(), name.length());
+    for (size_t comma = rest.find(L','); comma != std::wstring_view::npos;
+         comma = rest.find(L',')) {
+        out.Text(rest.substr(0, comma)).Text(L".");
+        rest.remove_prefix(comma + 1);
+    }
+    out.Text(rest).Text(L"\"\r\n");
 }
 
 }  // namespace
@@ -92,7 +93,8 @@ bool VyrBaseData::SauveAnnotations(VyrTextWriter& out) {
                 y = vy->GetVal(index);
             }
             // Kept: the text is written without escaping, so a quote in it cuts it on reading.
-            out.Header(L"Annotation").LineInt(L"oid", note->GetOid()).Text(NameLine(x, y, curve));
+            out.Header(L"Annotation").LineInt(L"oid", note->GetOid());
+            WriteNameLine(out, x, y, curve);
             BoxLines(out);
             out.LineString(L"texte", note->GetText())
                 .LineInt(L"index", index)

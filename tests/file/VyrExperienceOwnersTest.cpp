@@ -34,6 +34,8 @@ TEST(VyrExperienceOwners, AnswersAsTheDocumentsSearchesDo) {
     // A curve held by two experiments: the first in list order answers.
     e3->AddCourbe(b);
     // A vector used by curves of two experiments: the first experiment holding one answers.
+    // (The document owns each curve and vector once: the sharing is undone before it goes.)
+    VyrVecteur* ownVx = c->GetVx();
     c->SetVx(a->GetVx());
     // A curve that no experiment holds, with vectors of its own.
     VyrBaseDataTestAccess access(doc);
@@ -58,6 +60,9 @@ TEST(VyrExperienceOwners, AnswersAsTheDocumentsSearchesDo) {
             }
         }
     }
+    e3->RemoveCourbe(b);
+    c->SetVx(ownVx);
+    orphan->SetVy(nullptr);
 }
 
 TEST(VyrExperienceOwners, EmptyDocumentHoldsNothing) {
