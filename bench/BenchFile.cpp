@@ -16,13 +16,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
-
-#include <malloc.h>
-#include <unistd.h>
 
 #include <wx/filefn.h>
 
@@ -37,8 +33,8 @@
 
 namespace {
 
-using vyrbench::ResetPeak;
-using vyrbench::StatusBytes;
+using vyrbench::FileSize;
+using vyrbench::TempPath;
 
 // Fills `doc` with `curves` curves of `points` points: X a time base, Y a noisy signal whose
 // "%g" text has the usual six significant digits.
@@ -73,26 +69,6 @@ std::vector<double> AllValues(VyrBaseData& doc) {
         values.insert(values.end(), v->GetArea(), v->GetArea() + v->GetSize());
     }
     return values;
-}
-
-// The document's data in memory: the vectors' storage and validity bytes.
-double DataBytes(VyrBaseData& doc) {
-    double bytes = 0;
-    wxVyrListEntityNode* node = doc.GetFirstEntityNode(VYR_KIND_VECTEUR);
-    while (node) {
-        VyrVecteur* v = static_cast<VyrVecteur*>(doc.GetNextEntity(&node, VYR_KIND_VECTEUR));
-        bytes += 8.0 * v->GetCapacity() + v->GetValidity()->GetSize();
-    }
-    return bytes;
-}
-
-std::string TempPath(const char* name) {
-    return std::string("/tmp/vyr_bench_") + std::to_string(getpid()) + "_" + name;
-}
-
-long FileSize(const std::string& path) {
-    std::ifstream in(path, std::ios::binary | std::ios::ate);
-    return static_cast<long>(in.tellg());
 }
 
 void SetFileCounters(benchmark::State& state, long fileSize, int64_t numbers) {
@@ -268,25 +244,8 @@ void BM_LoadPeakMemory(benchmark::State& state) {
         BuildDocument(built, Curves(state), Points(state));
         built.Save(wxString(path));
     }
-    double peak = 0, data = 0;
-    for (auto _ : state) {
-        VyrBaseData loaded(nullptr);
-        // Memory freed by earlier runs goes back to the system first, so that the Load's own
-        // needs show in the peak rather than being met from the heap's free blocks.
-        malloc_trim(0);
-        if (!ResetPeak()) {
-            state.SkipWithError("cannot reset the peak resident set");
-            break;
-        }
-        const long before = StatusBytes("VmRSS:");
-        loaded.Load(wxString(path));
-        peak = static_cast<double>(StatusBytes("VmHWM:") - before);
-        data = DataBytes(loaded);
-    }
-    state.counters["file_MB"] = FileSize(path) / 1e6;
-    state.counters["data_MB"] = data / 1e6;
-    state.counters["peak_MB"] = peak / 1e6;
-    state.counters["peak_x_data"] = data > 0 ? peak / data : 0;
+    vyrbench::MeasureReadingPeak(state, path,
+                                 [&](VyrBaseData& doc) { return doc.Load(wxString(path)); });
     std::remove(path.c_str());
 }
 

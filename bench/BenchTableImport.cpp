@@ -8,11 +8,7 @@
 
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <string>
-
-#include <malloc.h>
-#include <unistd.h>
 
 #include "BenchMemory.h"
 #include "vyrbase/core/VyrBaseData.h"
@@ -25,6 +21,9 @@
 #include "vyrbase/file/VyrTableImport.h"
 
 namespace {
+
+using vyrbench::FileSize;
+using vyrbench::TempPath;
 
 int Curves(const benchmark::State& state) {
     return static_cast<int>(state.range(0));
@@ -53,25 +52,6 @@ void BuildDocument(VyrBaseData& doc, int curves, int points) {
             c->GetVy()->SetVal(i, 5.0 * std::sin(i * 1e-3 + k) * std::exp(-i * 1e-7));
         }
     }
-}
-
-std::string TempPath(const char* name) {
-    return std::string("/tmp/vyr_bench_") + std::to_string(getpid()) + "_" + name;
-}
-
-long FileSize(const std::string& path) {
-    std::ifstream in(path, std::ios::binary | std::ios::ate);
-    return static_cast<long>(in.tellg());
-}
-
-double DataBytes(VyrBaseData& doc) {
-    double bytes = 0;
-    wxVyrListEntityNode* node = doc.GetFirstEntityNode(VYR_KIND_VECTEUR);
-    while (node) {
-        VyrVecteur* v = static_cast<VyrVecteur*>(doc.GetNextEntity(&node, VYR_KIND_VECTEUR));
-        bytes += 8.0 * v->GetCapacity() + v->GetValidity()->GetSize();
-    }
-    return bytes;
 }
 
 // The CSV of a built document, written to `path`.
@@ -122,27 +102,10 @@ void BM_TableImportPeakMemory(benchmark::State& state) {
     const std::string path = TempPath("peak.csv");
     if (!WriteTable(state, path))
         state.SkipWithError("export failed");
-    double peak = 0, data = 0;
-    for (auto _ : state) {
-        VyrBaseData doc(nullptr);
-        // Memory freed by earlier runs goes back to the system first, so that the import's own
-        // needs show in the peak rather than being met from the heap's free blocks.
-        malloc_trim(0);
-        if (!vyrbench::ResetPeak()) {
-            state.SkipWithError("cannot reset the peak resident set");
-            break;
-        }
-        const long before = vyrbench::StatusBytes("VmRSS:");
+    vyrbench::MeasureReadingPeak(state, path, [&](VyrBaseData& doc) {
         VyrTableImport import;
-        if (!import.ImportFile(doc, wxString(path)))
-            state.SkipWithError("import failed");
-        peak = static_cast<double>(vyrbench::StatusBytes("VmHWM:") - before);
-        data = DataBytes(doc);
-    }
-    state.counters["file_MB"] = FileSize(path) / 1e6;
-    state.counters["data_MB"] = data / 1e6;
-    state.counters["peak_MB"] = peak / 1e6;
-    state.counters["peak_x_data"] = data > 0 ? peak / data : 0;
+        return import.ImportFile(doc, wxString(path));
+    });
     std::remove(path.c_str());
 }
 
