@@ -2,7 +2,6 @@
 
 #include <pybind11/pybind11.h>
 
-#include <wx/filename.h>
 #include <wx/image.h>
 #include <wx/mstream.h>
 
@@ -15,25 +14,6 @@
 namespace py = pybind11;
 
 namespace {
-
-// One row per picture format a file can be written in, found by the file's extension.
-struct PictureFormat {
-    const char* extension;
-    bool (*save)(VyrDiagram* diagram, const wxString& path, int width, int height, double scale);
-};
-
-const PictureFormat kPictureFormats[] = {
-    {"png", &VyrDiagramExport::SaveAsPng},
-    {"svg", &VyrDiagramExport::SaveAsSvg},
-    {"pdf", &VyrDiagramExport::SaveAsPdf},
-};
-
-const PictureFormat* FindFormat(const wxString& extension) {
-    for (const PictureFormat& format : kPictureFormats)
-        if (extension == format.extension)
-            return &format;
-    return nullptr;
-}
 
 // Interval tools are drawn from the active document: this one is active while it paints, and
 // the one that was active before is put back however the painting ends.
@@ -64,8 +44,10 @@ void CheckRenderArguments(const RenderSize& size, int diagram) {
 
 std::string PictureExtensions() {
     std::string list;
-    for (const PictureFormat& format : kPictureFormats)
-        list += (list.empty() ? "" : ", ") + std::string(format.extension);
+    for (VyrDiagramExport::Format format :
+         {VyrDiagramExport::kFormatPng, VyrDiagramExport::kFormatSvg, VyrDiagramExport::kFormatPdf})
+        list += (list.empty() ? "" : ", ") +
+                std::string(VyrDiagramExport::GetExtension(format).utf8_str());
     return list;
 }
 
@@ -84,17 +66,18 @@ std::vector<unsigned char> RenderPng(VyrBaseData& doc, int diagram, const Render
 }
 
 void RenderToFile(VyrBaseData& doc, int diagram, const RenderSize& size, const wxString& path) {
-    const PictureFormat* format = FindFormat(wxFileName(path).GetExt().Lower());
-    if (!format)
+    VyrDiagramExport::Format format;
+    if (!VyrDiagramExport::GetFormatOfPath(path, &format))
         throw py::value_error("the picture's format follows the file's extension: " +
                               PictureExtensions());
     ActiveWhilePainting active(doc);
     VyrDiagram* painted = doc.GetDiagram(diagram);
     wxString reason;
-    if (!vyrtools::WriteAtomically(
+    if (!vyrtools::WriteSafely(
             path,
-            [&](const wxString& file) {
-                return format->save(painted, file, size.width, size.height, size.scale);
+            [&](VyrSafeFile& file) {
+                return VyrDiagramExport::Save(painted, format, file, size.width, size.height,
+                                              size.scale);
             },
             reason))
         ThrowCannotWrite(path, reason);
