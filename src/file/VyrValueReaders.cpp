@@ -52,23 +52,32 @@ namespace {
 // Where the pages behind the reader go back to the system, in steps of this many units.
 constexpr size_t kReleaseStep = size_t(1) << 20;
 
-// Hands the whole pages of [from, to) back to the system: their memory is freed and reads as
+// The memory behind the reader goes back in whole blocks of this size: a large text is read
+// into the system's large pages (of this size on x86-64 and most ARM systems), and giving back
+// part of one would make the kernel split it into small pages first.
+constexpr uintptr_t kReleaseBlock = uintptr_t(2) << 20;
+
+// Hands the whole blocks of [from, to) back to the system: their memory is freed and reads as
 // zeros from then on. Only for a buffer whose content behind the reader is never read again.
-void ReleasePages(const unsigned char* from, const unsigned char* to) {
+// Answers where the memory given back ends (`from` when none was).
+const unsigned char* ReleaseBlocks(const unsigned char* from, const unsigned char* to) {
 #if defined(__linux__)
-    const uintptr_t page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
-    const uintptr_t first = (reinterpret_cast<uintptr_t>(from) + page - 1) & ~(page - 1);
-    const uintptr_t last = reinterpret_cast<uintptr_t>(to) & ~(page - 1);
-    if (last > first)
-        madvise(reinterpret_cast<void*>(first), last - first, MADV_DONTNEED);
+    const uintptr_t first =
+        (reinterpret_cast<uintptr_t>(from) + kReleaseBlock - 1) & ~(kReleaseBlock - 1);
+    const uintptr_t last = reinterpret_cast<uintptr_t>(to) & ~(kReleaseBlock - 1);
+    if (last <= first)
+        return from;
+    madvise(reinterpret_cast<void*>(first), last - first, MADV_DONTNEED);
+    return from + (last - reinterpret_cast<uintptr_t>(from));
 #else
-    (void)from;
     (void)to;
+    return from;
 #endif
 }
 
-// With `release`, gives back the text's pages from the units given back so far up to `upTo`,
-// once a step's worth lies behind: the reader never goes back to text it has passed.
+// With `release`, gives back the text's memory from the units given back so far up to `upTo`,
+// once a step's worth lies behind: the reader never goes back to text it has passed. What lies
+// between the last whole block and `upTo` goes with the next step.
 void ReleaseBehind(const VyrLineTokenizer& tokenizer, bool release, size_t& released, size_t upTo) {
     if (!release || upTo < released || upTo - released < kReleaseStep)
         return;
@@ -76,8 +85,11 @@ void ReleaseBehind(const VyrLineTokenizer& tokenizer, bool release, size_t& rele
         tokenizer.IsUtf16() ? tokenizer.GetUtf16Bytes()
                             : reinterpret_cast<const unsigned char*>(tokenizer.GetWideText());
     const size_t unit = tokenizer.IsUtf16() ? 2 : sizeof(wchar_t);
-    ReleasePages(base + unit * released, base + unit * upTo);
-    released = upTo;
+    const unsigned char* from = base + unit * released;
+    const unsigned char* end = ReleaseBlocks(from, base + unit * upTo);
+    // Units wholly given back; a unit cut by the block's end is read again by no one but is
+    // counted with the next step.
+    released += static_cast<size_t>(end - from) / unit;
 }
 
 // Appends `text` to `list` and answers the new item. When the list is full it grows by moving
