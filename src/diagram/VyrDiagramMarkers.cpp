@@ -8,6 +8,7 @@
 #include <cmath>
 #include <climits>
 #include <cstdint>
+#include <cstring>
 #include <new>
 #include <vector>
 
@@ -166,10 +167,24 @@ public:
             cairo_get_operator(cr) != CAIRO_OPERATOR_OVER || !Target(cr) ||
             !LearnStamp(gc->GetAntialiasMode(), reach, paint))
             return false;
-        m_colour[0] = colour.Blue();
-        m_colour[1] = colour.Green();
-        m_colour[2] = colour.Red();
-        m_colour[3] = 255;
+        // In the image's byte order: blue, green, red, alpha.
+        const unsigned bytes[4] = {colour.Blue(), colour.Green(), colour.Red(), 255};
+        int left = 0, right = 0, top = 0, bottom = 0;
+        for (Cell& cell : m_cells) {
+            uint8_t share[4];
+            for (int c = 0; c < 4; ++c)
+                share[c] = static_cast<uint8_t>(Mul(bytes[c], 255u - cell.keep));
+            std::memcpy(&cell.colour, share, sizeof cell.colour);
+            cell.offset = ptrdiff_t(cell.dy) * m_stride + ptrdiff_t(cell.dx) * 4;
+            left = std::min(left, cell.dx);
+            right = std::max(right, cell.dx);
+            top = std::min(top, cell.dy);
+            bottom = std::max(bottom, cell.dy);
+        }
+        // The centres whose every cell lies inside the clip (empty when the clip is narrower
+        // than the marker).
+        m_whole = wxRect(wxPoint(m_clip.x - left, m_clip.y - top),
+                         wxPoint(m_clip.GetRight() - right, m_clip.GetBottom() - bottom));
         cairo_surface_flush(m_surface);
         return true;
     }
@@ -178,15 +193,20 @@ public:
     void Stamp(const wxPoint& p) {
         const int cx = p.x + m_shift.x;
         const int cy = p.y + m_shift.y;
+        if (cx >= m_whole.x && cx <= m_whole.GetRight() && cy >= m_whole.y &&
+            cy <= m_whole.GetBottom()) {
+            // The usual case: the whole marker lies inside the clip.
+            uint8_t* centre = m_data + ptrdiff_t(cy) * m_stride + ptrdiff_t(cx) * 4;
+            for (const Cell& cell : m_cells)
+                Blend(centre + cell.offset, cell);
+            return;
+        }
         for (const Cell& cell : m_cells) {
             const int x = cx + cell.dx;
             const int y = cy + cell.dy;
-            if (!m_clip.Contains(x, y))
+            if (x < m_clip.x || x > m_clip.GetRight() || y < m_clip.y || y > m_clip.GetBottom())
                 continue;
-            uint8_t* px = m_data + ptrdiff_t(y) * m_stride + ptrdiff_t(x) * 4;
-            const unsigned keep = 255u - cell.cover;
-            for (int c = 0; c < 4; ++c)
-                px[c] = static_cast<uint8_t>(Mul(m_colour[c], cell.cover) + Mul(px[c], keep));
+            Blend(m_data + ptrdiff_t(y) * m_stride + ptrdiff_t(x) * 4, cell);
         }
     }
 
@@ -196,13 +216,31 @@ public:
 private:
     struct Cell {
         int dx, dy;
-        unsigned cover;  // 1..255
+        ptrdiff_t offset;  // of its pixel's bytes from the centre's
+        uint32_t keep;     // 255 - the marker's cover of the pixel (0..254)
+        uint32_t colour;   // the colour's share of the pixel, its four bytes as the image's
     };
 
     // a x b / 255, rounded as the image blender rounds it.
     static unsigned Mul(unsigned a, unsigned b) {
         const unsigned t = a * b + 0x80;
         return ((t >> 8) + t) >> 8;
+    }
+
+    // The "over" blend of one pixel: each of its four bytes becomes Mul(byte, keep) plus the
+    // colour's share. Two bytes to a 32-bit word, each in a 16-bit lane that Mul's largest
+    // intermediate (255 x 254 + 128 + 253) cannot overflow; the result is Mul's to the bit.
+    // The sum cannot carry from one byte into the next: Mul(c, cover) + Mul(p, 255 - cover)
+    // never exceeds 255.
+    static void Blend(uint8_t* px, const Cell& cell) {
+        uint32_t v;
+        std::memcpy(&v, px, sizeof v);
+        uint32_t even = (v & 0x00FF00FFu) * cell.keep + 0x00800080u;
+        even = ((even + ((even >> 8) & 0x00FF00FFu)) >> 8) & 0x00FF00FFu;
+        uint32_t odd = ((v >> 8) & 0x00FF00FFu) * cell.keep + 0x00800080u;
+        odd = (odd + ((odd >> 8) & 0x00FF00FFu)) & 0xFF00FF00u;
+        v = (even | odd) + cell.colour;
+        std::memcpy(px, &v, sizeof v);
     }
 
     // Takes the image behind the context: its memory, the device shift of logical coordinates
@@ -275,7 +313,7 @@ private:
                     continue;
                 if (x == 0 || y == 0 || x == side - 1 || y == side - 1)
                     return false;  // the marker may reach past the stamp
-                cells.push_back({x - reach, y - reach, px[0]});
+                cells.push_back({x - reach, y - reach, 0, 255u - px[0], 0});
             }
         }
         m_cells = cells;
@@ -289,7 +327,7 @@ private:
     int m_stride = 0;
     wxPoint m_shift;
     wxRect m_clip;
-    unsigned m_colour[4] = {0, 0, 0, 255};  // in the image's byte order: blue, green, red, alpha
+    wxRect m_whole;  // the centres of markers that lie wholly inside the clip
     std::vector<Cell> m_cells;
 };
 
