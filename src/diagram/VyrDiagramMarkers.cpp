@@ -8,7 +8,6 @@
 #include <cmath>
 #include <climits>
 #include <cstdint>
-#include <cstring>
 #include <new>
 #include <vector>
 
@@ -22,6 +21,7 @@
 #include <wx/pen.h>
 
 #include "diagram/VyrCurvePoints.h"
+#include "diagram/VyrPixelBlend.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/diagram/VyrDiagram.h"
@@ -168,13 +168,10 @@ public:
             !LearnStamp(gc->GetAntialiasMode(), reach, paint))
             return false;
         // In the image's byte order: blue, green, red, alpha.
-        const unsigned bytes[4] = {colour.Blue(), colour.Green(), colour.Red(), 255};
+        const uint8_t bytes[4] = {colour.Blue(), colour.Green(), colour.Red(), 255};
         int left = 0, right = 0, top = 0, bottom = 0;
         for (Cell& cell : m_cells) {
-            uint8_t share[4];
-            for (int c = 0; c < 4; ++c)
-                share[c] = static_cast<uint8_t>(Mul(bytes[c], 255u - cell.keep));
-            std::memcpy(&cell.colour, share, sizeof cell.colour);
+            cell.colour = VyrPixelBlend::ColourShare(bytes, 255u - cell.keep);
             cell.offset = ptrdiff_t(cell.dy) * m_stride + ptrdiff_t(cell.dx) * 4;
             left = std::min(left, cell.dx);
             right = std::max(right, cell.dx);
@@ -198,7 +195,7 @@ public:
             // The usual case: the whole marker lies inside the clip.
             uint8_t* centre = m_data + ptrdiff_t(cy) * m_stride + ptrdiff_t(cx) * 4;
             for (const Cell& cell : m_cells)
-                Blend(centre + cell.offset, cell);
+                VyrPixelBlend::Over(centre + cell.offset, cell.keep, cell.colour);
             return;
         }
         for (const Cell& cell : m_cells) {
@@ -206,7 +203,8 @@ public:
             const int y = cy + cell.dy;
             if (x < m_clip.x || x > m_clip.GetRight() || y < m_clip.y || y > m_clip.GetBottom())
                 continue;
-            Blend(m_data + ptrdiff_t(y) * m_stride + ptrdiff_t(x) * 4, cell);
+            VyrPixelBlend::Over(m_data + ptrdiff_t(y) * m_stride + ptrdiff_t(x) * 4, cell.keep,
+                                cell.colour);
         }
     }
 
@@ -218,30 +216,8 @@ private:
         int dx, dy;
         ptrdiff_t offset;  // of its pixel's bytes from the centre's
         uint32_t keep;     // 255 - the marker's cover of the pixel (0..254)
-        uint32_t colour;   // the colour's share of the pixel, its four bytes as the image's
+        uint32_t colour;   // the colour's share of the pixel (VyrPixelBlend::ColourShare)
     };
-
-    // a x b / 255, rounded as the image blender rounds it.
-    static unsigned Mul(unsigned a, unsigned b) {
-        const unsigned t = a * b + 0x80;
-        return ((t >> 8) + t) >> 8;
-    }
-
-    // The "over" blend of one pixel: each of its four bytes becomes Mul(byte, keep) plus the
-    // colour's share. Two bytes to a 32-bit word, each in a 16-bit lane that Mul's largest
-    // intermediate (255 x 254 + 128 + 253) cannot overflow; the result is Mul's to the bit.
-    // The sum cannot carry from one byte into the next: Mul(c, cover) + Mul(p, 255 - cover)
-    // never exceeds 255.
-    static void Blend(uint8_t* px, const Cell& cell) {
-        uint32_t v;
-        std::memcpy(&v, px, sizeof v);
-        uint32_t even = (v & 0x00FF00FFu) * cell.keep + 0x00800080u;
-        even = ((even + ((even >> 8) & 0x00FF00FFu)) >> 8) & 0x00FF00FFu;
-        uint32_t odd = ((v >> 8) & 0x00FF00FFu) * cell.keep + 0x00800080u;
-        odd = (odd + ((odd >> 8) & 0x00FF00FFu)) & 0xFF00FF00u;
-        v = (even | odd) + cell.colour;
-        std::memcpy(px, &v, sizeof v);
-    }
 
     // Takes the image behind the context: its memory, the device shift of logical coordinates
     // (whole pixels only) and the clip as one device rectangle within the image.
