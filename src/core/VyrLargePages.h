@@ -1,9 +1,10 @@
-// Advice for a large buffer that is filled at once (a whole file being read): its memory is
-// better served by the system's large pages, each of which costs the kernel one fault where
-// thousands of small ones would. (Not for memory that grows as it is written, such as the
-// values of a vector being read: there the search for large pages costs more than it saves.) Only
-// advice: where the system has no such pages, or keeps them for those who ask (as Linux does by
-// default), nothing else changes. Call it before the buffer is first written.
+// Advice for a large buffer that is made at its final size and then filled (a whole file being
+// read, a vector's storage sized for the count its table announces): its memory is better served
+// by the system's large pages, each of which costs the kernel one fault where thousands of small
+// ones would. (Not for memory that grows as it is written, reallocated step by step: each step
+// would search for large pages again.) Only advice: where the system has no such pages, or keeps
+// them for those who ask (as Linux does by default), nothing else changes. Call it before the
+// buffer is first written.
 #ifndef VYRBASE_SRC_CORE_VYRLARGEPAGES_H
 #define VYRBASE_SRC_CORE_VYRLARGEPAGES_H
 

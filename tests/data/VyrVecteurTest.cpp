@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <random>
+#include <string>
 #include <vector>
 #include <cstdio>
 #include <initializer_list>
@@ -280,6 +281,63 @@ TEST(VyrVecteur, PreAllocDropsOldValuesAndKeepsSize) {
     EXPECT_EQ(v.GetVal(1), 0.0);  // old values are lost
     v.Resize(500);
     EXPECT_EQ(v.GetCapacity(), 500);  // exactly what was asked, no slack
+}
+
+// The advice flags ("VmFlags") of the mapping that holds `address`, from /proc/self/smaps;
+// empty when no mapping holds it.
+std::string MappingFlagsOf(const void* address) {
+    const uintptr_t a = reinterpret_cast<uintptr_t>(address);
+    FILE* f = std::fopen("/proc/self/smaps", "r");
+    if (!f)
+        return std::string();
+    char line[512];
+    bool inside = false;
+    std::string flags;
+    while (std::fgets(line, sizeof line, f)) {
+        unsigned long long start = 0, end = 0;
+        // A mapping's line starts "start-end perms ..."; its fields' lines "Name: value".
+        if (std::sscanf(line, "%llx-%llx ", &start, &end) == 2) {
+            inside = a >= start && a < end;
+        } else if (inside && std::strncmp(line, "VmFlags:", 8) == 0) {
+            flags = line + 8;
+            break;
+        }
+    }
+    std::fclose(f);
+    return flags;
+}
+
+// Whether the space-separated `flags` hold `flag`.
+bool HasFlag(const std::string& flags, const char* flag) {
+    std::string padded = " " + flags;
+    for (char& c : padded)
+        if (c == '\n')
+            c = ' ';
+    return (padded + " ").find(std::string(" ") + flag + " ") != std::string::npos;
+}
+
+TEST(VyrVecteur, LargePreAllocationAsksForLargePages) {
+    if (access("/sys/kernel/mm/transparent_hugepage/enabled", F_OK) != 0)
+        GTEST_SKIP() << "this system has no large pages to ask for";
+    const int n = 4 << 20;  // 32 MiB of storage, made at once for a table about to be read
+    VyrVecteur made(2, nullptr);
+    made.PreAlloc(n);
+    ASSERT_NE(made.GetArea(), nullptr);
+    // The first whole large page inside the storage.
+    const uintptr_t huge = uintptr_t(2) << 20;
+    const uintptr_t inside = (reinterpret_cast<uintptr_t>(made.GetArea()) + huge - 1) & ~(huge - 1);
+    const std::string madeFlags = MappingFlagsOf(reinterpret_cast<const void*>(inside));
+    ASSERT_FALSE(madeFlags.empty());
+    EXPECT_TRUE(HasFlag(madeFlags, "hg")) << madeFlags;
+
+    // Storage grown point by point is reallocated at every step: no advice there.
+    VyrVecteur grown(2, nullptr);
+    grown.Resize(n);
+    const uintptr_t grownInside =
+        (reinterpret_cast<uintptr_t>(grown.GetArea()) + huge - 1) & ~(huge - 1);
+    const std::string grownFlags = MappingFlagsOf(reinterpret_cast<const void*>(grownInside));
+    ASSERT_FALSE(grownFlags.empty());
+    EXPECT_FALSE(HasFlag(grownFlags, "hg")) << grownFlags;
 }
 
 TEST(VyrVecteur, FailedAllocationLeavesVectorUnchanged) {
