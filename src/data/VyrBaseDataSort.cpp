@@ -69,8 +69,11 @@ void VyrBaseData::SortCurve(VyrCourbe* c, bool removeDuplicates) {
     double* x = vx->GetArea();
     double* y = vy->GetArea();
     PairSorter(x, y).Sort(0, n - 1);
-    if (!removeDuplicates)
+    if (!removeDuplicates) {
+        vx->ValuesChanged();
+        vy->ValuesChanged();
         return;
+    }
     // Of several points with the same X the last one in sorted order survives, its Y included.
     int w = 0;
     for (int i = 1; i < n; ++i) {
@@ -79,6 +82,8 @@ void VyrBaseData::SortCurve(VyrCourbe* c, bool removeDuplicates) {
         x[w] = x[i];
         y[w] = y[i];
     }
+    vx->ValuesChanged();
+    vy->ValuesChanged();
     vx->Resize(w + 1);
     vy->Resize(w + 1);
 }

@@ -120,7 +120,11 @@ VyrVecteur::VyrVecteur(const VyrVecteur& other)
       m_iSize(other.m_iSize),
       m_pValues(other.m_pValues),
       m_iCapacity(other.m_iCapacity),
-      m_iReserve(other.m_iReserve) {}
+      m_iReserve(other.m_iReserve) {
+    // Two vectors now write to one storage, and neither sees the other's writes.
+    Expose();
+    other.Expose();
+}
 
 VyrVecteur& VyrVecteur::operator=(const VyrVecteur& other) {
     if (this == &other)
@@ -146,6 +150,8 @@ VyrVecteur& VyrVecteur::operator=(const VyrVecteur& other) {
     for (int i = 0; i < m_iSize; ++i)
         m_pValues[i] = other[i];
     m_validity = other.m_validity;
+    StorageMoved();
+    Forget();
     return *this;
 }
 
@@ -160,7 +166,18 @@ void VyrVecteur::SetGrandeur(const wxString& grandeur) {
     m_sGrandeurForTable.Replace(L"]", L"");
 }
 
+double* VyrVecteur::GetArea() {
+    Expose();
+    return m_pValues;
+}
+
+void VyrVecteur::ValuesChanged() {
+    m_bExposed = false;
+    Forget();
+}
+
 double& VyrVecteur::operator[](int i) {
+    Expose();
     // Deliberate: an out-of-range write lands on point 0, never grows and never throws.
     if (!m_pValues)
         return m_dDummy;
@@ -176,8 +193,22 @@ double VyrVecteur::operator[](int i) const {
 }
 
 void VyrVecteur::SetVal(int i, double v) {
-    if (m_pValues && i >= 0 && i < m_iSize)
-        m_pValues[i] = v;
+    if (!m_pValues || i < 0 || i >= m_iSize)
+        return;
+    const double old = m_pValues[i];
+    m_pValues[i] = v;
+    if (i < m_iRangeCount) {
+        RangeRemoved(old);
+        RangeAdded(v);
+        RangeCheckFirst();
+    }
+    // The order holds on when the new value still lies between its neighbours.
+    if (i < m_iAscendingChecked) {
+        const bool ordered = i < m_iAscendingCount && v == v && (i == 0 || m_pValues[i - 1] <= v) &&
+                             (i + 1 >= m_iAscendingCount || v <= m_pValues[i + 1]);
+        if (!ordered)
+            ForgetFrom(i);
+    }
 }
 
 void VyrVecteur::PreAlloc(int n) {
@@ -194,6 +225,8 @@ void VyrVecteur::PreAlloc(int n) {
     m_pValues = values;
     m_iCapacity = n;
     m_iReserve = n;
+    StorageMoved();
+    Forget();
 }
 
 void VyrVecteur::Resize(int n) {
@@ -221,13 +254,22 @@ void VyrVecteur::Resize(int n) {
             }
             if (!values)
                 return;  // realloc left the old storage as it was
+            const bool moved = values != m_pValues;
             m_pValues = values;
+            if (moved)
+                StorageMoved();
             m_iReserve = reserve;
         }
         // What lies beyond the old capacity reads 0.0, as in freshly allocated storage.
         std::memset(m_pValues + m_iCapacity, 0,
                     static_cast<size_t>(capacity - m_iCapacity) * sizeof(double));
         m_iCapacity = capacity;
+    }
+    if (n < m_iSize) {
+        // Values leave: the range may shrink.
+        if (m_iRangeCount > n)
+            m_iRangeCount = -1;
+        ForgetFrom(n);
     }
     m_iSize = n;
     m_validity.SetSize(n);
@@ -239,6 +281,8 @@ void VyrVecteur::Raz() {
     m_iSize = 0;
     m_iCapacity = 0;
     m_iReserve = 0;
+    StorageMoved();
+    Forget();
     // Kept: the mask ignores the request to shrink, so earlier invalid marks come back when the
     // vector grows again.
     m_validity.SetSize(0);
@@ -247,22 +291,41 @@ void VyrVecteur::Raz() {
 void VyrVecteur::InsertVal(int i, double v) {
     if (!m_pValues || i < 0 || i >= m_iSize)
         return;
+    // The last value drops out, v comes in.
+    if (i < m_iRangeCount) {
+        if (m_iRangeCount == m_iSize)
+            RangeRemoved(m_pValues[m_iSize - 1]);
+        else
+            ++m_iRangeCount;
+        RangeAdded(v);
+    }
+    ForgetFrom(i);
     std::memmove(m_pValues + i + 1, m_pValues + i,
                  static_cast<size_t>(m_iSize - 1 - i) * sizeof(double));
     m_validity.SetSize(m_iSize);
     m_validity.ShiftUp(i, m_iSize);
     m_pValues[i] = v;
+    RangeCheckFirst();
 }
 
 void VyrVecteur::RemoveValAt(int i) {
     if (!m_pValues || i < 0 || i >= m_iSize)
         return;
+    if (i < m_iRangeCount) {
+        RangeRemoved(m_pValues[i]);
+        if (m_iRangeCount > 0)
+            --m_iRangeCount;
+        if (m_iRangeCount == 0)
+            m_iRangeCount = -1;
+    }
+    ForgetFrom(i);
     std::memmove(m_pValues + i, m_pValues + i + 1,
                  static_cast<size_t>(m_iSize - 1 - i) * sizeof(double));
     m_validity.SetSize(m_iSize);
     m_validity.ShiftDown(i, m_iSize);
     m_validity.Unset(m_iSize - 1);
     --m_iSize;
+    RangeCheckFirst();
 }
 
 void VyrVecteur::ValidateAt(int i, bool valid) {
@@ -297,6 +360,25 @@ void VyrVecteur::GetMinMax(double& lo, double& hi) const {
         lo = hi = 0.0;
         return;
     }
+    if (!m_bExposed) {
+        if (m_iRangeCount < 1 || m_iRangeCount > m_iSize) {
+            Extremes(m_pValues, m_iSize, m_dRangeLo, m_dRangeHi);
+        } else {
+            // The walk goes on from where it stopped: appended points cost their own number.
+            double l = m_dRangeLo, h = m_dRangeHi;
+            for (int i = m_iRangeCount; i < m_iSize; ++i) {
+                const double x = m_pValues[i];
+                l = x < l ? x : l;
+                h = x > h ? x : h;
+            }
+            m_dRangeLo = l;
+            m_dRangeHi = h;
+        }
+        m_iRangeCount = m_iSize;
+        lo = m_dRangeLo;
+        hi = m_dRangeHi;
+        return;
+    }
     // While the document empties itself nothing writes to its vectors: the extremes found once
     // in that Delete are the extremes until it ends.
     const VyrBaseData* base = GetBase();
@@ -315,6 +397,80 @@ void VyrVecteur::GetMinMax(double& lo, double& hi) const {
         m_dMin = lo;
         m_dMax = hi;
     }
+}
+
+bool VyrVecteur::IsSortedAscending() const {
+    auto ascendsAt = [this](int i) {
+        const double x = m_pValues[i];
+        return x == x && (i == 0 || m_pValues[i - 1] <= x);
+    };
+    if (!m_pValues)
+        return true;
+    if (m_bExposed) {
+        for (int i = 0; i < m_iSize; ++i)
+            if (!ascendsAt(i))
+                return false;
+        return true;
+    }
+    if (m_iAscendingCount == m_iAscendingChecked) {
+        int a = m_iAscendingCount;
+        while (a < m_iSize && ascendsAt(a))
+            ++a;
+        m_iAscendingCount = a;
+        m_iAscendingChecked = a < m_iSize ? a + 1 : a;
+    }
+    return m_iAscendingCount >= m_iSize;
+}
+
+void VyrVecteur::Forget() const {
+    m_iRangeCount = -1;
+    m_iAscendingCount = 0;
+    m_iAscendingChecked = 0;
+}
+
+void VyrVecteur::ForgetFrom(int i) const {
+    m_iAscendingCount = std::min(m_iAscendingCount, i);
+    m_iAscendingChecked = std::min(m_iAscendingChecked, i);
+}
+
+void VyrVecteur::RangeRemoved(double v) const {
+    if (m_iRangeCount < 1)
+        return;
+    // A NaN that is not the first value was never taken; any other value must lie strictly
+    // inside the range, or the range may shrink (or a zero of the other sign take its place).
+    const bool kept = m_dRangeLo == m_dRangeLo && m_dRangeHi == m_dRangeHi &&
+                      (v != v || (v > m_dRangeLo && v < m_dRangeHi));
+    if (!kept)
+        m_iRangeCount = -1;
+}
+
+void VyrVecteur::RangeAdded(double v) const {
+    if (m_iRangeCount < 1)
+        return;
+    if (m_dRangeLo != m_dRangeLo || m_dRangeHi != m_dRangeHi ||
+        (v == 0.0 && (m_dRangeLo == 0.0 || m_dRangeHi == 0.0))) {
+        m_iRangeCount = -1;  // which of the equal zeros comes first depends on the places
+        return;
+    }
+    // A NaN is never taken unless it comes first, which RangeCheckFirst looks at.
+    m_dRangeLo = v < m_dRangeLo ? v : m_dRangeLo;
+    m_dRangeHi = v > m_dRangeHi ? v : m_dRangeHi;
+}
+
+void VyrVecteur::RangeCheckFirst() const {
+    // A NaN first value is the walk's answer, whatever follows.
+    if (m_iRangeCount >= 1 && m_iSize > 0 && m_pValues[0] != m_pValues[0])
+        m_iRangeCount = -1;
+}
+
+void VyrVecteur::Expose() const {
+    m_bExposed = true;
+    Forget();
+}
+
+void VyrVecteur::StorageMoved() {
+    // No pointer into the old storage is valid any more, so no write can come through one.
+    m_bExposed = false;
 }
 
 int VyrVecteur::FindIndex(double x, int start) const {
@@ -336,6 +492,13 @@ bool VyrVecteur::GetSortPosition(double x, int* pos) const {
     int k = 0;
     bool equal = false;
     if (m_pValues) {
+        if (!m_bExposed) {
+            // Over the leading points that ascend, the first one not less than x is where the
+            // walk would stop, if it stops there at all.
+            IsSortedAscending();
+            k = static_cast<int>(std::lower_bound(m_pValues, m_pValues + m_iAscendingCount, x) -
+                                 m_pValues);
+        }
         while (k < m_iSize && m_pValues[k] < x)
             ++k;
         equal = k < m_iSize && m_pValues[k] == x;

@@ -25,7 +25,7 @@ struct Column {
     int size = 0;
 };
 
-Column ColumnOf(VyrVecteur* v) {
+Column ColumnOf(const VyrVecteur* v) {
     Column c;
     if (v && v->GetArea()) {
         c.values = v->GetArea();

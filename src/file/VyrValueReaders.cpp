@@ -161,6 +161,7 @@ void StoreValues(VyrVecteur* vector, const double* values, size_t size) {
     vector->Resize(count);
     if (vector->GetSize() == count && count > 0 && vector->GetArea())
         std::memcpy(vector->GetArea(), values, count * sizeof(double));
+    vector->ValuesChanged();
 }
 
 }  // namespace
@@ -221,6 +222,7 @@ bool VyrBaseData::ReadTableDoubleInto(std::wstring_view line, VyrVecteur* vector
         });
     if (count == hint && count > 0 && overflow.empty()) {
         vector->Resize(static_cast<int>(count));
+        vector->ValuesChanged();
         return closed;
     }
     // Another count than announced (or no room could be made): the values are copied out and

@@ -49,7 +49,7 @@ bool VyrBaseData::SauveVecteur(VyrTextWriter& out) {
             .LineInt(L"unit\u00e9", FindUnitOid(vector));
 
         const int size = vector->GetSize();
-        const double* values = vector->GetArea();
+        const double* values = static_cast<const VyrVecteur*>(vector)->GetArea();
         out.TableOpen(L"points", size)
             .TableElements(size, [values](VyrTextWriter& w, int i) { w.G(values[i]); })
             .TableClose();

@@ -621,3 +621,149 @@ TEST(VyrVecteur, ExtremesKeptWhileTheDocumentEmptiesAreThoseOfTheValues) {
     v.SetVal(1, 5.0);
     EXPECT_EQ(5.0, v.GetMax());
 }
+
+// ---- Ranges and order kept up to date --------------------------------------------------------
+
+namespace {
+
+// The walk GetMin and GetMax answer for: the first value that no later value comes strictly
+// before (a NaN first value stays; of +0 and -0 the first met).
+void WalkExtremes(const VyrVecteur& v, double& lo, double& hi) {
+    lo = hi = 0.0;
+    const double* values = v.GetArea();
+    if (!values || v.GetSize() < 1)
+        return;
+    lo = hi = values[0];
+    for (int i = 1; i < v.GetSize(); ++i) {
+        lo = values[i] < lo ? values[i] : lo;
+        hi = values[i] > hi ? values[i] : hi;
+    }
+}
+
+bool SameBits(double a, double b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+int WalkSortPosition(const VyrVecteur& v, double x) {
+    int k = 0;
+    while (k < v.GetSize() && v.GetArea()[k] < x)
+        ++k;
+    return k;
+}
+
+// Values that exercise the ties and the NaN: a few small integers, both zeros, a NaN, and
+// now and then a far value that widens the range.
+double DrawValue(std::mt19937& rng) {
+    const int pick = static_cast<int>(rng() % 20);
+    if (pick == 0)
+        return 0.0;
+    if (pick == 1)
+        return -0.0;
+    if (pick == 2)
+        return std::numeric_limits<double>::quiet_NaN();
+    if (pick == 3)
+        return static_cast<double>(static_cast<int>(rng() % 2001) - 1000);
+    return static_cast<double>(static_cast<int>(rng() % 21) - 10);
+}
+
+}  // namespace
+
+TEST(VyrVecteurRanges, KeptRangeAndSortPositionAreTheWalks) {
+    std::mt19937 rng(25);
+    for (int round = 0; round < 40; ++round) {
+        VyrVecteur v(1, nullptr);
+        for (int step = 0; step < 400; ++step) {
+            const int size = v.GetSize();
+            const int op = static_cast<int>(rng() % 10);
+            const double x = DrawValue(rng);
+            if (op <= 3 || size == 0) {
+                v.Resize(size + 1);
+                v.SetVal(size, x);
+            } else if (op == 4) {
+                // A sorted insert as AddSortPoint makes it.
+                int pos = 0;
+                if (!v.GetSortPosition(x, &pos)) {
+                    v.Resize(size + 1);
+                    v.InsertVal(pos, x);
+                }
+            } else if (op == 5) {
+                v.SetVal(static_cast<int>(rng() % size), x);
+            } else if (op == 6) {
+                v.RemoveValAt(static_cast<int>(rng() % size));
+            } else if (op == 7) {
+                v.Resize(static_cast<int>(rng() % (size + 1)));
+            } else if (op == 8) {
+                // Written through the storage, then handed back.
+                v.GetArea()[rng() % size] = x;
+                if (rng() % 2)
+                    v.ValuesChanged();
+            } else if (rng() % 8 == 0) {
+                v.Raz();
+            } else {
+                v.ValidateAt(static_cast<int>(rng() % size), rng() % 2 == 0);
+            }
+            double lo, hi;
+            WalkExtremes(v, lo, hi);
+            ASSERT_TRUE(SameBits(v.GetMin(), lo)) << "round " << round << " step " << step;
+            ASSERT_TRUE(SameBits(v.GetMax(), hi)) << "round " << round << " step " << step;
+            const double probe = DrawValue(rng);
+            int pos = -1;
+            const bool equal = v.GetSortPosition(probe, &pos);
+            ASSERT_EQ(pos, WalkSortPosition(v, probe)) << "round " << round << " step " << step;
+            ASSERT_EQ(equal, pos < v.GetSize() && v.GetArea()[pos] == probe);
+            const double* values = static_cast<const VyrVecteur&>(v).GetArea();
+            bool ascending = true;
+            for (int i = 0; i < v.GetSize(); ++i)
+                ascending = ascending && values[i] == values[i] && (i == 0 || values[i - 1] <= values[i]);
+            ASSERT_EQ(v.IsSortedAscending(), ascending) << "round " << round << " step " << step;
+        }
+    }
+}
+
+TEST(VyrVecteurRanges, AppendedPointWidensRangeWithoutWalk) {
+    VyrVecteur v(1, nullptr);
+    for (int i = 0; i < 5; ++i) {
+        v.Resize(i + 1);
+        v.SetVal(i, i * 2.0);
+    }
+    EXPECT_EQ(v.GetMin(), 0.0);
+    EXPECT_EQ(v.GetMax(), 8.0);
+    EXPECT_TRUE(v.IsSortedAscending());
+    v.Resize(6);
+    v.SetVal(5, -3.0);
+    EXPECT_EQ(v.GetMin(), -3.0);
+    EXPECT_FALSE(v.IsSortedAscending());
+    // Removing the extreme shrinks the range back.
+    v.RemoveValAt(5);
+    EXPECT_EQ(v.GetMin(), 0.0);
+    EXPECT_TRUE(v.IsSortedAscending());
+}
+
+TEST(VyrVecteurRanges, WriteThroughStorageKeptPointerIsSeen) {
+    VyrVecteur v(1, nullptr);
+    v.Resize(3);
+    double* values = v.GetArea();
+    values[0] = 1.0;
+    values[1] = 2.0;
+    values[2] = 3.0;
+    EXPECT_EQ(v.GetMax(), 3.0);
+    // The pointer is still out: a later write through it counts.
+    values[1] = 9.0;
+    EXPECT_EQ(v.GetMax(), 9.0);
+    EXPECT_FALSE(v.IsSortedAscending());
+}
+
+TEST(VyrVecteurRanges, NanFirstValueStaysTheAnswer) {
+    VyrVecteur v(1, nullptr);
+    v.Resize(2);
+    v.SetVal(0, 1.0);
+    v.SetVal(1, 5.0);
+    EXPECT_EQ(v.GetMin(), 1.0);
+    v.Resize(3);
+    v.InsertVal(0, std::numeric_limits<double>::quiet_NaN());
+    EXPECT_TRUE(std::isnan(v.GetMin()));
+    EXPECT_TRUE(std::isnan(v.GetMax()));
+    v.RemoveValAt(0);
+    EXPECT_EQ(v.GetMin(), 1.0);
+    EXPECT_EQ(v.GetMax(), 5.0);
+}

@@ -26,8 +26,15 @@ public:
 
     int GetSize() const { return m_iSize; }
     int GetCapacity() const { return m_iCapacity; }
-    // The storage (may be null).
-    double* GetArea() { return m_pValues; }
+    // The storage (may be null). The non-const form hands out write access the vector cannot
+    // follow: from then on, until the storage moves (Raz, PreAlloc, assignment, or a Resize
+    // that reallocates), GetMin/GetMax and GetSortPosition walk the values again at each call
+    // instead of keeping what they know up to date. Read through a const vector to avoid that.
+    double* GetArea();
+    // To be called once the values written through the non-const GetArea or operator[] are all
+    // written and no pointer or reference will be written through again: the vector then
+    // follows its values again from what they are now.
+    void ValuesChanged();
     const double* GetArea() const { return m_pValues; }
     VyrBitMask* GetValidity() { return &m_validity; }
     const VyrBitMask* GetValidity() const { return &m_validity; }
@@ -40,7 +47,8 @@ public:
     void SetUnite(const wxString& unite) { m_sUnite = unite; }
 
     // The slot of point i. Deliberate: an out-of-range index answers the slot of point 0 (no
-    // growth), or a private dummy slot when there is no storage at all.
+    // growth), or a private dummy slot when there is no storage at all. Write access as with
+    // the non-const GetArea; SetVal writes without giving it.
     double& operator[](int i);
     // 0.0 for an index out of range or no storage.
     double operator[](int i) const;
@@ -68,7 +76,12 @@ public:
     // False for an index out of range; else the mask bit.
     bool IsValidAt(int i) const;
 
-    // Smallest / largest value, invalid points included; 0.0 for an empty vector.
+    // Smallest / largest value, invalid points included; 0.0 for an empty vector. The same values
+    // as a walk over all points that keeps the first value no later one comes strictly before
+    // (a NaN first value stays; of +0 and -0 the first met). Kept up to date as points are
+    // appended, inserted, set and removed through this class, so that a vector growing one
+    // point at a time answers in constant time; walked again only after a change that can
+    // shrink the range (the extreme itself removed or overwritten, a NaN, a tie of zeros).
     double GetMin() const;
     double GetMax() const;
     // GetMin and GetMax in one pass.
@@ -77,8 +90,13 @@ public:
     // stopping at the first valid point greater than x; -1 when none or start >= size.
     int FindIndex(double x, int start) const;
     // The first index whose value is not less than x (invalid points included); answers whether
-    // it equals x exactly. None: *pos = size and false.
+    // it equals x exactly. None: *pos = size and false. Over the leading points known to ascend
+    // (see IsSortedAscending) the position is found by bisection.
     bool GetSortPosition(double x, int* pos) const;
+    // True when no value is NaN and none is less than the one before it (an empty vector
+    // ascends). Known in constant time for a vector kept in order by appends and sorted
+    // inserts; otherwise found by walking the values from where it was last known.
+    bool IsSortedAscending() const;
     // Same size, same unit (case included) and exactly equal values. Quantity names and
     // validity are not compared.
     bool IsEqual(VyrVecteur* other) const;
@@ -102,6 +120,28 @@ private:
     // geometrically so that growth by the 100-point slack seldom moves the storage.
     int m_iReserve = 0;
     double m_dDummy = 0.0;
+
+    // What the vector knows about its own values, kept up to date by its own operations.
+    // Dropped while write access is out (m_bExposed): see GetArea.
+    void Forget() const;
+    void ForgetFrom(int i) const;
+    // A value taken out of the points [0, m_iRangeCount) or put into them, other than by an
+    // append: the range is kept only when the change cannot shrink it and the walk's choice of
+    // first value and of zero sign cannot differ.
+    void RangeRemoved(double v) const;
+    void RangeAdded(double v) const;
+    void RangeCheckFirst() const;
+    void Expose() const;
+    void StorageMoved();
+    mutable bool m_bExposed = false;
+    // The range of the leading m_iRangeCount values (-1: unknown).
+    mutable int m_iRangeCount = -1;
+    mutable double m_dRangeLo = 0.0;
+    mutable double m_dRangeHi = 0.0;
+    // The leading m_iAscendingCount values ascend (no NaN); m_iAscendingChecked >= that many
+    // were looked at (more: the value at m_iAscendingCount breaks the order).
+    mutable int m_iAscendingCount = 0;
+    mutable int m_iAscendingChecked = 0;
     // The extremes computed during the document's Delete of this number (0: none): the diagrams
     // recompute their ranges at each curve deleted, and need each vector's only once.
     // They hold for the storage and size they were computed on.
