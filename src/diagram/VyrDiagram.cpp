@@ -19,15 +19,7 @@ VyrDiagram::VyrDiagram(VyrBaseData* base, int index)
       m_sSecondsSymbol(VyrResourceText::Get("IDS_SYMB_SECONDE")) {
     // Plot and hit rectangles stay empty, so no transform exists until the first Move.
     m_ptOrigin = wxPoint(0, 0);
-    UpdateUnits();
-    UpdateCourbes();
-    UpdateScale(VYR_SCALE_AUTO);
-    UpdateScale(VYR_SCALE_STANDARD);
-    SetTypeScale(m_iTypeScale);
-    if (m_iTypeScale == VYR_SCALE_MANUAL) {
-        VyrScale manual = m_scales[VYR_SCALE_MANUAL];
-        SetManualScale(&manual, true);
-    }
+    Recompute(false);
     // Last: registering runs OnInitialUpdateObserver, which fills the diagram from the document.
     if (m_pBase)
         m_pBase->AddObserver(this);
@@ -104,6 +96,8 @@ void VyrDiagram::CopyFrom(const VyrDiagram& other) {
     m_sSecondsSymbol = other.m_sSecondsSymbol;
     m_bActive = other.m_bActive;
     m_pNoteTitre = other.m_pNoteTitre;
+    // The copy runs UpdateUnits in full the first time.
+    m_unitsShape = UnitsShape();
 }
 
 void VyrDiagram::DeleteMapUnit() {

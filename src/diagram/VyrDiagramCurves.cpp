@@ -42,13 +42,5 @@ void VyrDiagram::Fill() {
             }
         }
     }
-    UpdateUnits();
-    UpdateCourbes();
-    UpdateScale(VYR_SCALE_AUTO);
-    UpdateScale(VYR_SCALE_STANDARD);
-    SetTypeScale(m_iTypeScale);
-    if (m_iTypeScale == VYR_SCALE_MANUAL) {
-        VyrScale manual = m_scales[VYR_SCALE_MANUAL];
-        SetManualScale(&manual, true);
-    }
+    Recompute(false);
 }

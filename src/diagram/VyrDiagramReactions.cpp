@@ -18,7 +18,7 @@ void VyrDiagram::OnUpdateObserver(VyrObserverMsg& msg) {
         case VYR_MSG_DATA_CHANGED:
             // Without a curve the change concerns nothing the diagram draws from.
             if (param)
-                OnListEntityModified();
+                Recompute(true);
             break;
         case VYR_MSG_EXPERIENCE_DELETED:
         case VYR_MSG_EXPERIENCE_DECONNECTED:
@@ -94,13 +94,5 @@ void VyrDiagram::OnDeleteExperience(VyrExperience* experience) {
 }
 
 void VyrDiagram::OnListEntityModified() {
-    UpdateUnits();
-    UpdateCourbes();
-    UpdateScale(VYR_SCALE_AUTO);
-    UpdateScale(VYR_SCALE_STANDARD);
-    SetTypeScale(m_iTypeScale);
-    if (m_iTypeScale == VYR_SCALE_MANUAL) {
-        VyrScale manual = m_scales[VYR_SCALE_MANUAL];
-        SetManualScale(&manual, true);
-    }
+    Recompute(false);
 }

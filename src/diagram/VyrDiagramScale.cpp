@@ -46,13 +46,24 @@ void VyrDiagram::UpdateScale(int type) {
     if (type != VYR_SCALE_AUTO && type != VYR_SCALE_STANDARD)
         return;
 
-    // 1. The distinct units of the plotted curves (exact comparison), in order of discovery.
-    wxArrayString unitsX, unitsY;
+    // 1. The distinct units of the plotted curves (exact comparison), in order of discovery:
+    // the vectors' own strings, in arrays kept from one call to the next, since a live
+    // acquisition comes here at every point.
+    std::vector<const wxString*>& unitsX = m_aScaleUnits[0];
+    std::vector<const wxString*>& unitsY = m_aScaleUnits[1];
+    auto addUnit = [](std::vector<const wxString*>& units, const VyrVecteur* v) {
+        if (!v)
+            return;
+        for (const wxString* known : units)
+            if (*known == v->GetUnite())
+                return;
+        units.push_back(&v->GetUnite());
+    };
+    unitsX.clear();
+    unitsY.clear();
     for (VyrCourbe* c : m_aPlottedCourbes) {
-        if (c->GetVx() && unitsX.Index(c->GetVx()->GetUnite(), true) == wxNOT_FOUND)
-            unitsX.Add(c->GetVx()->GetUnite());
-        if (c->GetVy() && unitsY.Index(c->GetVy()->GetUnite(), true) == wxNOT_FOUND)
-            unitsY.Add(c->GetVy()->GetUnite());
+        addUnit(unitsX, c->GetVx());
+        addUnit(unitsY, c->GetVy());
     }
 
     // The extent of the enabled curves of one unit on one axis (DBL_MAX, -DBL_MAX when none).
@@ -73,7 +84,8 @@ void VyrDiagram::UpdateScale(int type) {
     };
 
     // 2. X units: the plain extent, widened only when it is a single value.
-    for (const wxString& unit : unitsX) {
+    for (const wxString* unitX : unitsX) {
+        const wxString& unit = *unitX;
         double lo, hi;
         extent(unit, true, lo, hi);
         if (lo == hi) {
@@ -90,7 +102,8 @@ void VyrDiagram::UpdateScale(int type) {
     // extremes relative to each unit's largest magnitude.
     double gmin = DBL_MAX;
     double gmax = -DBL_MAX;
-    for (const wxString& unit : unitsY) {
+    for (const wxString* unitY : unitsY) {
+        const wxString& unit = *unitY;
         double lo, hi;
         extent(unit, false, lo, hi);
         const double margin = lo == hi ? 0.1 : (hi - lo) * 0.05;
@@ -108,8 +121,8 @@ void VyrDiagram::UpdateScale(int type) {
     }
 
     // 4. Every Y unit gets the same relative extremes, which puts zero at one common height.
-    for (const wxString& unit : unitsY) {
-        VyrUnit* u = FindUnitY(unit);
+    for (const wxString* unit : unitsY) {
+        VyrUnit* u = FindUnitY(*unit);
         if (!u)
             continue;
         const double m = std::max(std::fabs(u->GetMax(type)), std::fabs(u->GetMin(type)));

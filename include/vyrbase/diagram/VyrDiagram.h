@@ -281,6 +281,35 @@ private:
     bool SetCurrentScaleForCourbe(VyrCourbe* courbe);
     void CopyFrom(const VyrDiagram& other);
 
+    // The one recomputation of units, plotted curves, both data scales, the scale type and the
+    // manual propagation, in that order, after any change of the data or of the curve set.
+    // After a change of values only (dataOnly), UpdateUnits is not run again when nothing it
+    // reads has changed since it last ran and that run changed nothing of what it reads: it
+    // would give the same units.
+    void Recompute(bool dataOnly);
+    bool UnitsWouldStay() const;
+    void RecordUnitsShape(bool before);
+
+    // What UpdateUnits read when Recompute last ran it: each curve of the document (in the
+    // order of its experiments) with its vectors, their units, the abscissa quantity and the
+    // shown flag; and the diagram's own abscissa, units and unit arrays before and after.
+    struct UnitsShapeCurve {
+        const VyrCourbe* courbe;
+        const void* vx;
+        const void* vy;
+        wxString ux;
+        wxString uy;
+        wxString grdX;
+        bool shown;
+    };
+    struct UnitsShape {
+        bool known = false;
+        std::vector<UnitsShapeCurve> curves;
+        wxString grdXBefore, uxBefore, uyBefore;
+        wxString grdX, ux, uy;
+        wxArrayString allUnits, yUnits;
+    };
+
     wxArrayString m_asAllUnits;
     wxArrayString m_asYUnits;
     wxString m_sGrdX;
@@ -323,6 +352,10 @@ private:
     wxString m_sSecondsSymbol;
     bool m_bActive = false;
     VyrNote* m_pNoteTitre = nullptr;
+    UnitsShape m_unitsShape;
+    // UpdateScale's lists of the plotted curves' distinct X and Y units (pointers to the
+    // vectors' strings, valid during one call), kept to spare their allocation.
+    std::vector<const wxString*> m_aScaleUnits[2];
 };
 
 #endif
