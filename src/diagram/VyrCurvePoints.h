@@ -6,7 +6,9 @@
 #define VYRBASE_SRC_DIAGRAM_VYRCURVEPOINTS_H
 
 #include <algorithm>
+#include <cmath>
 
+#include <wx/dc.h>
 #include <wx/gdicmn.h>
 
 #include "diagram/VyrPixelRound.h"
@@ -44,28 +46,62 @@ public:
         m_pMaskX = vx->GetValidity();
         m_pMaskY = vy->GetValidity();
         m_iCount = std::max(0, std::min(vx->GetSize(), vy->GetSize()));
+        m_pVx = vx;
+        m_iEnd = m_iCount;
     }
 
     // Indices at or past this are never drawable.
     int GetCount() const { return m_iCount; }
+
+    // The points a painter walks: [Begin, End), all of them unless KeepColumns narrowed it.
+    int Begin() const { return m_iBegin; }
+    int End() const { return m_iEnd; }
+
+    // For a curve whose X values ascend, narrows the walk to the points whose pixel column can
+    // lie within [left - margin, right + margin], found by bisection, and the nearest drawable
+    // point on either side of them: what joins them to the points beyond. Every figure a
+    // painter draws for a point further out, or between two such points on one side, lies
+    // wholly beyond the margin, where the clipping removes it; so the aliased picture is the
+    // same as from every point. Only for painters whose figures of a point stay within a
+    // margin of its own column and of its neighbours' columns. Nothing changes when X does not
+    // ascend or the transform is not increasing.
+    void KeepColumns(int left, int right, int margin) {
+        const double ax = m_world.ax, bx = m_world.bx;
+        if (!m_pX || !m_pY || m_iCount < 2 || !(ax > 0.0) || !std::isfinite(ax) ||
+            !std::isfinite(bx) || !m_pVx->IsSortedAscending())
+            return;
+        const double from = (static_cast<double>(left) - margin - bx) / ax;
+        const double to = (static_cast<double>(right) + margin - bx) / ax;
+        int first = static_cast<int>(std::lower_bound(m_pX, m_pX + m_iCount, from) - m_pX);
+        int end = static_cast<int>(std::upper_bound(m_pX, m_pX + m_iCount, to) - m_pX);
+        // The nearest drawable point before and after (or the ends of the curve).
+        while (first > 0 && !IsValid(first - 1))
+            --first;
+        first = first > 0 ? first - 1 : 0;
+        while (end < m_iCount && !IsValid(end))
+            ++end;
+        end = end < m_iCount ? end + 1 : m_iCount;
+        m_iBegin = first;
+        m_iEnd = end;
+    }
     bool IsValid(int i) const {
         return i >= 0 && i < m_iCount && VyrIsMaskBitSet(*m_pMaskX, i) &&
                VyrIsMaskBitSet(*m_pMaskY, i);
     }
-    // The first index at or after i that is not drawable (i itself when it is not): the end of
-    // the stretch of drawable points that begins at i. Whole bytes of the masks are tested at
-    // once, so a recording without invalid points costs a few tests per eight points.
+    // The first index at or after i that is not drawable (i itself when it is not), or End():
+    // the end of the stretch of drawable points that begins at i. Whole bytes of the masks are
+    // tested at once, so a recording without invalid points costs a few tests per eight points.
     int ValidStretchEnd(int i) const {
-        if (!IsValid(i))
+        if (i >= m_iEnd || !IsValid(i))
             return i;
         int j = i + 1;
-        while (j < m_iCount && (j & 7) != 0 && IsValid(j))
+        while (j < m_iEnd && (j & 7) != 0 && IsValid(j))
             ++j;
-        if (j < m_iCount && (j & 7) != 0)
+        if (j < m_iEnd && (j & 7) != 0)
             return j;  // stopped at an invalid point
-        while (j + 8 <= m_iCount && AllValid(*m_pMaskX, j >> 3) && AllValid(*m_pMaskY, j >> 3))
+        while (j + 8 <= m_iEnd && AllValid(*m_pMaskX, j >> 3) && AllValid(*m_pMaskY, j >> 3))
             j += 8;
-        while (j < m_iCount && IsValid(j))
+        while (j < m_iEnd && IsValid(j))
             ++j;
         return j;
     }
@@ -88,7 +124,30 @@ private:
     const VyrBitMask* m_pMaskX = nullptr;
     const VyrBitMask* m_pMaskY = nullptr;
     int m_iCount = 0;
+    const VyrVecteur* m_pVx = nullptr;
+    int m_iBegin = 0;
+    int m_iEnd = 0;
 };
+
+// How far past its own pixel column, and the columns of the points it joins, a figure of a
+// point can reach: half a pen of the curve's scaled width, its caps and joins, the widest
+// marker, with room to spare.
+inline int VyrFigureReach(int width, int lineScale) {
+    const long long w =
+        std::min<long long>(width < 0 ? -static_cast<long long>(width) : width, 1 << 20);
+    const long long s = std::min<long long>(std::max(lineScale, 1), 1 << 10);
+    return static_cast<int>(std::min<long long>(4 * (w + 1) * s + 8, 1 << 28));
+}
+
+// Narrows the painter's walk to the points that can touch the columns the device context
+// shows (its clipping box, or its whole extent). Nothing changes when the context tells no
+// extent.
+inline void VyrKeepVisibleColumns(VyrCurvePoints& points, wxDC* dc, int reach) {
+    wxRect box;
+    dc->GetClippingBox(box);
+    if (box.width > 0 && box.height > 0)
+        points.KeepColumns(box.x, box.x + box.width - 1, reach);
+}
 
 // Coordinates that further arithmetic (offsets, widths) cannot overflow; far-away points stay
 // far outside any device.

@@ -21,11 +21,10 @@
 
 namespace {
 
-// Calls draw(p) with the pixel of every drawable point, in order.
+// Calls draw(p) with the pixel of every drawable point of the walk, in order.
 template <class Draw>
 void ForEachValidPixel(const VyrCurvePoints& points, Draw draw) {
-    const int count = points.GetCount();
-    for (int i = 0; i < count; ++i)
+    for (int i = points.Begin(); i < points.End(); ++i)
         if (points.IsValid(i))
             draw(points.Pixel(i));
 }
@@ -212,7 +211,7 @@ struct ColumnTail {
 // segments in and out join) and its lowest and highest (the vertical): the four points that
 // are kept of each column.
 void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
-    const int count = points.GetCount();
+    const int count = points.End();
     const VyrWorldTransform& world = points.GetWorld();
     const double* xs = points.GetXs();
     const double* ys = points.GetYs();
@@ -239,7 +238,7 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
         previous = points.Pixel(lastIndex);
     };
 
-    int i = 0;
+    int i = points.Begin();
     while (i < count) {
         const int end = points.ValidStretchEnd(i);
         if (end == i) {
@@ -290,7 +289,9 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
 void VyrDiagram::PaintCurveLine(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
-    DrawJoinedColumns(dc, VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}));
+    VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
+    DrawJoinedColumns(dc, points);
 }
 
 // Bars: each point's value held from the previous point's column to its own, standing on the
@@ -306,7 +307,8 @@ void VyrDiagram::PaintCurveLine(wxDC* dc, VyrCourbe* courbe) {
 void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
-    const VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
     const int axisRow = m_ptOrigin.y;
     int previousX = -1;
     bool inColumn = false;  // a column of consecutive valid points is open
@@ -320,7 +322,7 @@ void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
             dc->DrawLine(columnX, low, columnX, high);
         inColumn = false;
     };
-    for (int i = 0; i < points.GetCount(); ++i) {
+    for (int i = points.Begin(); i < points.End(); ++i) {
         if (!points.IsValid(i)) {
             flush();
             previousX = -1;
@@ -366,7 +368,8 @@ void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
 void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
-    const VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
     bool havePrevious = false;
     wxPoint previous;       // the last point drawn to (the last point of the open column)
     bool inColumn = false;  // a column of consecutive valid points is open
@@ -380,7 +383,7 @@ void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
             dc->DrawLine(previous.x, low, previous.x, high);
         inColumn = false;
     };
-    for (int i = 0; i < points.GetCount(); ++i) {
+    for (int i = points.Begin(); i < points.End(); ++i) {
         if (!points.IsValid(i)) {
             flush();
             havePrevious = false;
@@ -418,8 +421,10 @@ void VyrDiagram::PaintCurveVSegment(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
     const int axisRow = m_ptOrigin.y;
-    ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}),
-                      [&](const wxPoint& p) { dc->DrawLine(p.x, p.y, p.x, axisRow); });
+    // Verticals: a point draws on its own column only.
+    VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
+    ForEachValidPixel(points, [&](const wxPoint& p) { dc->DrawLine(p.x, p.y, p.x, axisRow); });
 }
 
 void VyrDiagram::PaintCurveHSegment(wxDC* dc, VyrCourbe* courbe) {
@@ -445,8 +450,9 @@ void VyrDiagram::PaintCurveVLine(wxDC* dc, VyrCourbe* courbe) {
         return;
     const int top = m_rectPlot.y;
     const int bottom = m_rectPlot.y + m_rectPlot.height - 1;
-    ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}),
-                      [&](const wxPoint& p) { dc->DrawLine(p.x, top, p.x, bottom); });
+    VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
+    ForEachValidPixel(points, [&](const wxPoint& p) { dc->DrawLine(p.x, top, p.x, bottom); });
 }
 
 void VyrDiagram::PaintCurveHLine(wxDC* dc, VyrCourbe* courbe) {
@@ -473,14 +479,15 @@ void VyrDiagram::PaintCurveHVLine(wxDC* dc, VyrCourbe* courbe) {
 void VyrDiagram::PaintCurveVSegmentSpectro(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
-    const VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+    VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
     const int axisRow = m_ptOrigin.y;
     const wxColour none(0, 0, 0, wxALPHA_TRANSPARENT);
     // Colours and pens are made only when the wavelength changes.
     int wavelength = -2;  // below every wavelength that the clamping below produces
     bool drawable = false;
     wxColour penColour;
-    for (int i = 0; i < points.GetCount(); ++i) {
+    for (int i = points.Begin(); i < points.End(); ++i) {
         if (!points.IsValid(i))
             continue;
         // Outside 0..2000 every wavelength is black; clamping first keeps the conversion to

@@ -326,6 +326,7 @@ void DrawMarkers(wxDC* dc, const VyrCurvePoints& points, const wxRect& plot, con
                  int r, int w, int lineScale) {
     wxPoint last(0, 0);
     const int count = points.GetCount();
+    const int end = points.End();
     DrawnPixels drawn;
     const bool once = count > plot.width && drawn.Cover(plot);
     MarkerStamp stamp;
@@ -337,7 +338,9 @@ void DrawMarkers(wxDC* dc, const VyrCurvePoints& points, const wxRect& plot, con
                              SelectTool(stampDc, ToolOf(M), *wxWHITE, w, lineScale);
                              DrawMarker<M>(stampDc, centre, r, w, lineScale);
                          });
-    for (int i = 0; i < count; ++i) {
+    // A walk narrowed to the visible columns starts on the drawable point before them, which
+    // sets the remembered pixel as the whole walk would have.
+    for (int i = points.Begin(); i < end; ++i) {
         if (!points.IsValid(i))
             continue;
         const wxPoint p = points.Pixel(i);
@@ -362,7 +365,9 @@ void PaintMarkers(wxDC* dc, VyrCourbe* courbe, const wxColour& colour,
     const int w = courbe->GetWidth();
     const int r = w + lineScale;
     SelectTool(dc, tool, colour, w, lineScale);
-    DrawMarkers<M>(dc, VyrCurvePoints(courbe, world), plot, colour, r, w, lineScale);
+    VyrCurvePoints points(courbe, world);
+    VyrKeepVisibleColumns(points, dc, VyrFigureReach(w, lineScale));
+    DrawMarkers<M>(dc, points, plot, colour, r, w, lineScale);
 
     dc->SetPen(wxNullPen);
     if (tool.brush != 0)
