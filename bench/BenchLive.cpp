@@ -70,6 +70,9 @@ struct LiveScene {
             x[i] = Time(i);
             y[i] = Signal(i);
         }
+        // Written through the storage and done with it, as the file reader does.
+        courbe->GetVx()->ValuesChanged();
+        courbe->GetVy()->ValuesChanged();
         diagram->Fill();
         diagram->SetAutoScale();
     }

@@ -28,7 +28,7 @@ py::array VectorView(const DocumentRef& doc, VyrVecteur* vector) {
     auto* owner = new ViewOwner{doc, vector};
     py::capsule base(owner, &ReleaseView);
     doc->AddView(vector);
-    const double* values = vector->GetArea();
+    const double* values = static_cast<const VyrVecteur*>(vector)->GetArea();
     const py::ssize_t size = vector->GetSize();
     py::array_t<double> view({size}, {static_cast<py::ssize_t>(sizeof(double))},
                              values && size > 0 ? values : &kNoValue, base);

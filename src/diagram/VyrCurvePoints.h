@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include <wx/dc.h>
 #include <wx/gdicmn.h>
@@ -53,9 +55,19 @@ public:
     // Indices at or past this are never drawable.
     int GetCount() const { return m_iCount; }
 
-    // The points a painter walks: [Begin, End), all of them unless KeepColumns narrowed it.
+    // The points a painter walks: from Begin, by Next, while below End; all of them unless
+    // KeepColumns narrowed the walk. Next is called with ascending indices.
     int Begin() const { return m_iBegin; }
     int End() const { return m_iEnd; }
+    int Next(int i) const { return SkipFrom(i + 1); }
+    // i, or past the points skipped from i on.
+    int SkipFrom(int i) const {
+        while (m_iSkip < m_skips.size() && m_skips[m_iSkip].second <= i)
+            ++m_iSkip;
+        if (m_iSkip < m_skips.size() && m_skips[m_iSkip].first <= i)
+            return m_skips[m_iSkip].second;
+        return i;
+    }
 
     // For a curve whose X values ascend, narrows the walk to the points whose pixel column can
     // lie within [left - margin, right + margin], found by bisection, and the nearest drawable
@@ -63,13 +75,21 @@ public:
     // painter draws for a point further out, or between two such points on one side, lies
     // wholly beyond the margin, where the clipping removes it; so the aliased picture is the
     // same as from every point. Only for painters whose figures of a point stay within a
-    // margin of its own column and of its neighbours' columns. Nothing changes when X does not
-    // ascend or the transform is not increasing.
+    // margin of its own column and of its neighbours' columns. Nothing changes when the
+    // transform is not increasing.
+    //
+    // When X does not ascend, one pass finds the runs of consecutive drawable points that all
+    // lie beyond the margin on one side, and the walk skips each run's points but its first
+    // and last: the figures joining those lie beyond the margin too.
     void KeepColumns(int left, int right, int margin) {
         const double ax = m_world.ax, bx = m_world.bx;
         if (!m_pX || !m_pY || m_iCount < 2 || !(ax > 0.0) || !std::isfinite(ax) ||
-            !std::isfinite(bx) || !m_pVx->IsSortedAscending())
+            !std::isfinite(bx))
             return;
+        if (!m_pVx->IsSortedAscending()) {
+            SkipRunsBeyond(static_cast<double>(left) - margin, static_cast<double>(right) + margin);
+            return;
+        }
         const double from = (static_cast<double>(left) - margin - bx) / ax;
         const double to = (static_cast<double>(right) + margin - bx) / ax;
         int first = static_cast<int>(std::lower_bound(m_pX, m_pX + m_iCount, from) - m_pX);
@@ -91,17 +111,23 @@ public:
     // The first index at or after i that is not drawable (i itself when it is not), or End():
     // the end of the stretch of drawable points that begins at i. Whole bytes of the masks are
     // tested at once, so a recording without invalid points costs a few tests per eight points.
+    // A stretch also ends where the walk skips points (i itself not skipped: see SkipFrom).
     int ValidStretchEnd(int i) const {
-        if (i >= m_iEnd || !IsValid(i))
+        int limit = m_iEnd;
+        while (m_iSkip < m_skips.size() && m_skips[m_iSkip].second <= i)
+            ++m_iSkip;
+        if (m_iSkip < m_skips.size() && m_skips[m_iSkip].first > i)
+            limit = std::min(limit, m_skips[m_iSkip].first);
+        if (i >= limit || !IsValid(i))
             return i;
         int j = i + 1;
-        while (j < m_iEnd && (j & 7) != 0 && IsValid(j))
+        while (j < limit && (j & 7) != 0 && IsValid(j))
             ++j;
-        if (j < m_iEnd && (j & 7) != 0)
+        if (j < limit && (j & 7) != 0)
             return j;  // stopped at an invalid point
-        while (j + 8 <= m_iEnd && AllValid(*m_pMaskX, j >> 3) && AllValid(*m_pMaskY, j >> 3))
+        while (j + 8 <= limit && AllValid(*m_pMaskX, j >> 3) && AllValid(*m_pMaskY, j >> 3))
             j += 8;
-        while (j < m_iEnd && IsValid(j))
+        while (j < limit && IsValid(j))
             ++j;
         return j;
     }
@@ -113,6 +139,36 @@ public:
     const VyrWorldTransform& GetWorld() const { return m_world; }
 
 private:
+    // Pixel columns (unrounded) below `low` or above `high` are beyond the margin; a NaN is
+    // never beyond.
+    void SkipRunsBeyond(double low, double high) {
+        const double ax = m_world.ax, bx = m_world.bx;
+        int start = -1, last = -1, side = 0;
+        auto close = [&]() {
+            if (side != 0 && last - start >= 2)
+                m_skips.push_back({start + 1, last});
+            side = 0;
+        };
+        for (int i = 0; i < m_iCount; ++i) {
+            if (!IsValid(i)) {
+                close();
+                continue;
+            }
+            const double column = m_pX[i] * ax + bx;
+            const int s = column < low ? -1 : (column > high ? 1 : 0);
+            if (s != 0 && s == side) {
+                last = i;
+                continue;
+            }
+            close();
+            if (s != 0) {
+                side = s;
+                start = last = i;
+            }
+        }
+        close();
+    }
+
     // The eight points of mask byte k are all valid (a byte beyond the mask reads as valid).
     static bool AllValid(const VyrBitMask& mask, int k) {
         return k >= mask.GetSize() || mask[k] == 0;
@@ -127,6 +183,9 @@ private:
     const VyrVecteur* m_pVx = nullptr;
     int m_iBegin = 0;
     int m_iEnd = 0;
+    // Ranges [first, end) of points the walk skips, ascending; the one SkipFrom reached.
+    std::vector<std::pair<int, int>> m_skips;
+    mutable size_t m_iSkip = 0;
 };
 
 // How far past its own pixel column, and the columns of the points it joins, a figure of a

@@ -24,7 +24,7 @@ namespace {
 // Calls draw(p) with the pixel of every drawable point of the walk, in order.
 template <class Draw>
 void ForEachValidPixel(const VyrCurvePoints& points, Draw draw) {
-    for (int i = points.Begin(); i < points.End(); ++i)
+    for (int i = points.Begin(); i < points.End(); i = points.Next(i))
         if (points.IsValid(i))
             draw(points.Pixel(i));
 }
@@ -240,6 +240,9 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
 
     int i = points.Begin();
     while (i < count) {
+        i = points.SkipFrom(i);
+        if (i >= count)
+            break;
         const int end = points.ValidStretchEnd(i);
         if (end == i) {
             ++i;  // not drawable: stepped over
@@ -322,7 +325,7 @@ void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
             dc->DrawLine(columnX, low, columnX, high);
         inColumn = false;
     };
-    for (int i = points.Begin(); i < points.End(); ++i) {
+    for (int i = points.Begin(); i < points.End(); i = points.Next(i)) {
         if (!points.IsValid(i)) {
             flush();
             previousX = -1;
@@ -383,7 +386,7 @@ void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
             dc->DrawLine(previous.x, low, previous.x, high);
         inColumn = false;
     };
-    for (int i = points.Begin(); i < points.End(); ++i) {
+    for (int i = points.Begin(); i < points.End(); i = points.Next(i)) {
         if (!points.IsValid(i)) {
             flush();
             havePrevious = false;
@@ -487,7 +490,7 @@ void VyrDiagram::PaintCurveVSegmentSpectro(wxDC* dc, VyrCourbe* courbe) {
     int wavelength = -2;  // below every wavelength that the clamping below produces
     bool drawable = false;
     wxColour penColour;
-    for (int i = points.Begin(); i < points.End(); ++i) {
+    for (int i = points.Begin(); i < points.End(); i = points.Next(i)) {
         if (!points.IsValid(i))
             continue;
         // Outside 0..2000 every wavelength is black; clamping first keeps the conversion to

@@ -340,7 +340,7 @@ void DrawMarkers(wxDC* dc, const VyrCurvePoints& points, const wxRect& plot, con
                          });
     // A walk narrowed to the visible columns starts on the drawable point before them, which
     // sets the remembered pixel as the whole walk would have.
-    for (int i = points.Begin(); i < end; ++i) {
+    for (int i = points.Begin(); i < end; i = points.Next(i)) {
         if (!points.IsValid(i))
             continue;
         const wxPoint p = points.Pixel(i);

@@ -714,7 +714,8 @@ TEST(VyrVecteurRanges, KeptRangeAndSortPositionAreTheWalks) {
             const double* values = static_cast<const VyrVecteur&>(v).GetArea();
             bool ascending = true;
             for (int i = 0; i < v.GetSize(); ++i)
-                ascending = ascending && values[i] == values[i] && (i == 0 || values[i - 1] <= values[i]);
+                ascending =
+                    ascending && values[i] == values[i] && (i == 0 || values[i - 1] <= values[i]);
             ASSERT_EQ(v.IsSortedAscending(), ascending) << "round " << round << " step " << step;
         }
     }
