@@ -2,7 +2,10 @@
 
 #include "vyrbase/core/VyrBaseData.h"
 
-DocumentHandle::DocumentHandle() : m_pDoc(new VyrBaseData(nullptr)) {}
+DocumentHandle::DocumentHandle() : m_pDoc(new VyrBaseData(nullptr)) {
+    // save() writes every value exactly as it is held, not rounded to six digits.
+    m_pDoc->SetExactNumbers(true);
+}
 
 DocumentHandle::~DocumentHandle() {
     // A render makes its document the active one only while it paints, but a document must
