@@ -327,6 +327,30 @@ class RenderTest(VyrTestCase):
         self.assertEqual(run("render", source, "--size", "300x200").returncode, 0)
         self.assertTrue(os.path.exists(self.path("oscillation.png")))
 
+    def test_an_invalid_points_number_stretches_no_axis(self):
+        # Point 2 is invalid (validity byte 4) and holds 1e6, a number never measured.
+        document = self.path("spike.vyr")
+        with open(document, "w", encoding="utf-8", newline="") as f:
+            f.write("[vecteur]\r\n\toid = 1\r\n\tnom = \"t\"\r\n"
+                    "\tpoints = table 4 {\r\n\t0\t1\t2\t3\t\r\n\t}\r\n"
+                    "[vecteur]\r\n\toid = 2\r\n\tnom = \"U\"\r\n"
+                    "\tpoints = table 4 {\r\n\t1\t3\t1000000\t2\t\r\n\t}\r\n"
+                    "\tvalidit\u00e9 = table 1 {\r\n\t4\t\r\n\t}\r\n"
+                    "[courbe]\r\n\toid = 3\r\n\tnom = \"U\"\r\n\tvx = 1\r\n\tvy = 2\r\n"
+                    "\tcouleur = 200\r\n\tstyle_ex = \"1|0|1|2|0|0\"\r\n\tdiagramme = 0\r\n"
+                    "[manipulation]\r\n\toid = 4\r\n\tnom = \"E\"\r\n"
+                    "\tcourbes = table 1 {\r\n\t3\t\r\n\t}\r\n")
+        out = self.path("spike.png")
+        result = run("render", document, "-o", out, "--size", "400x300")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        image = read_png(out)
+        rows = [y for y in range(image[1]) for x in range(image[0])
+                if pixel(image, x, y) == VOLTAGE_COLOUR]
+        self.assertTrue(rows)
+        # Drawn on the range of 1 to 3 V, the line spans most of the plot's height; on a range
+        # up to 1e6 it would be flat at the bottom.
+        self.assertGreater(max(rows) - min(rows), image[1] // 2)
+
     def test_svg_is_well_formed_xml(self):
         out = self.path("osc.svg")
         result = run("render", OSCILLATION, "-o", out, "--grid", "--time-labels", "--scale", "2")

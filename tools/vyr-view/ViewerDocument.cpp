@@ -18,6 +18,9 @@ wxIMPLEMENT_DYNAMIC_CLASS(ViewerDocument, wxDocument);
 ViewerDocument::ViewerDocument() : m_data(this) {
     // Save keeps every value exactly as it was measured or read, not rounded to six digits.
     m_data.SetExactNumbers(true);
+    // The axes span what was measured: an invalid point's number stretches none.
+    for (int d = 0; d < 2; ++d)
+        m_data.GetDiagram(d)->SetValidRangesOnly(true);
 }
 
 ViewerDocument::~ViewerDocument() {

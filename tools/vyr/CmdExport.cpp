@@ -185,6 +185,9 @@ int RunRender(const Args& args) {
             if (int code = CheckDefaultOutput(target, parsed.Has("--force")))
                 return code;
         VyrBaseData doc(nullptr);
+        // The axes span what was measured: an invalid point's number stretches none.
+        for (int d = 0; d < 2; ++d)
+            doc.GetDiagram(d)->SetValidRangesOnly(true);
         if (int code = OpenDocument(input, doc))
             return code;
         // A diagram the document does not use would be an empty picture.
