@@ -623,6 +623,16 @@ class ViewerTest(unittest.TestCase):
         run = self.run_viewer(["open notes.vyr"], open_sample=False, expect_status=1)
         self.assertIn("notes.vyr: not a document", run.err)
 
+    def test_bytes_without_a_section_header_are_not_a_document(self):
+        # Read by the library as an empty document: one token, and a text a zero byte cuts.
+        for name, data in (("token.vyr", b"\x8f\x13qz\xe1"),
+                           ("cut.vyr", b"abc\x00[manipulation]\r\n")):
+            with self.subTest(name=name):
+                with open(os.path.join(self.folder, name), "wb") as f:
+                    f.write(data)
+                run = self.run_viewer(["open " + name], open_sample=False, expect_status=1)
+                self.assertIn(name + ": not a document: no section header", run.err)
+
     def test_a_missing_script_is_reported(self):
         done = subprocess.run([VIEWER, "--script", "nowhere.txt"], cwd=self.folder,
                               capture_output=True, text=True, timeout=90)
