@@ -1,6 +1,7 @@
 // CSV export of large documents: one curve of 10^4 to 10^7 points, and 10 experiments of 10
 // curves of 10^4 points each; and, as the floor to measure it against, the bare formatting of
-// the same numbers ("%g" by to_chars into memory, no file, no separators).
+// the same numbers ("%g" by to_chars into memory, no file, no separators); and the lossless
+// table of the same documents.
 #include <benchmark/benchmark.h>
 
 #include <charconv>
@@ -15,6 +16,7 @@
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrExperienceParam.h"
 #include "vyrbase/data/VyrVecteur.h"
+#include "vyrbase/file/VyrTableExport.h"
 
 namespace {
 
@@ -60,6 +62,27 @@ void BM_SaveAsCsvUTF8(benchmark::State& state) {
     wxRemoveFile(path);
 }
 
+// The lossless table of the same documents (VyrTableExport): the curves of one experiment share
+// their X column, every number in its shortest exact text.
+void BM_TableExport(benchmark::State& state) {
+    VyrBaseData doc(nullptr);
+    FillDocument(doc, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)),
+                 static_cast<int>(state.range(2)));
+    const wxString path = wxFileName::CreateTempFileName("vyrbenchtable");
+    wxULongLong size = 0;
+    for (auto _ : state) {
+        if (!VyrTableExport().SaveFile(doc, path))
+            state.SkipWithError("export failed");
+        state.PauseTiming();
+        size = wxFileName::GetSize(path);
+        state.ResumeTiming();
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
+                            static_cast<int64_t>(size.GetValue()));
+    state.counters["file_MB"] = static_cast<double>(size.GetValue()) / 1e6;
+    wxRemoveFile(path);
+}
+
 // to_chars ("%g") of the numbers the export of one experiment of one curve writes, into one
 // buffer: what the export costs at the very least.
 void BM_BareCsvNumbers(benchmark::State& state) {
@@ -99,6 +122,13 @@ BENCHMARK(BM_SaveAsCsvUTF8)
     ->Args({1, 1, 100000})
     ->Args({1, 1, 1000000})
     ->Args({1, 1, 10000000})
+    ->Args({10, 10, 10000})
+    ->ArgNames({"experiments", "curves", "points"})
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+BENCHMARK(BM_TableExport)
+    ->Args({1, 1, 1000000})
     ->Args({10, 10, 10000})
     ->ArgNames({"experiments", "curves", "points"})
     ->Unit(benchmark::kMillisecond)

@@ -6,6 +6,7 @@
 //   ratio of the two is what the reader costs beyond converting numbers.
 // - BM_Save/n and BM_BareFormat/n: saving that document against std::to_chars ("%g") of the
 //   same 2n numbers into UTF-16 text in memory, with the same separators and no file.
+//   BM_SaveExact/n saves it with every number in its shortest exact text, as the tools do.
 // - BM_LoadPeakMemory/n: in a run of one iteration, the peak resident memory that one Load adds,
 //   as a multiple of the document's own data in memory (the vectors' storage and masks).
 //
@@ -187,6 +188,21 @@ void BM_Save(benchmark::State& state) {
     std::remove(path.c_str());
 }
 
+// The same save with every number in its shortest exact text (SetExactNumbers), as the tools
+// save: the values of BuildDocument need up to 17 digits where "%g" writes 6.
+void BM_SaveExact(benchmark::State& state) {
+    VyrBaseData doc(nullptr);
+    doc.SetExactNumbers(true);
+    BuildDocument(doc, Curves(state), Points(state));
+    const std::string path = TempPath("save-exact.vyr");
+    for (auto _ : state) {
+        if (!doc.Save(wxString(path)))
+            state.SkipWithError("save failed");
+    }
+    SetFileCounters(state, FileSize(path), 2LL * Curves(state) * Points(state));
+    std::remove(path.c_str());
+}
+
 void BM_BareFormat(benchmark::State& state) {
     VyrBaseData doc(nullptr);
     BuildDocument(doc, Curves(state), Points(state));
@@ -269,6 +285,7 @@ void Sizes(benchmark::internal::Benchmark* b) {
 
 // Wall-clock time, so that the throughput includes the file system's share.
 BENCHMARK(BM_Save)->Apply(Sizes)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SaveExact)->Apply(Sizes)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BareFormat)->Apply(Sizes)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Load)->Apply(Sizes)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BareParse)->Apply(Sizes)->UseRealTime()->Unit(benchmark::kMillisecond);

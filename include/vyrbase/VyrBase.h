@@ -40,6 +40,7 @@
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/file/VyrEncodeBase64.h"
 #include "vyrbase/file/VyrSafeFile.h"
+#include "vyrbase/file/VyrTableExport.h"
 #include "vyrbase/file/VyrTableImport.h"
 #include "vyrbase/diagram/VyrDiagram.h"
 #include "vyrbase/diagram/VyrDiagramExport.h"

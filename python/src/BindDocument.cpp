@@ -13,6 +13,7 @@
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrExperienceParam.h"
+#include "vyrbase/file/VyrTableExport.h"
 
 namespace py = pybind11;
 using namespace pybind11::literals;
@@ -111,20 +112,32 @@ shown); vyrbase.load(path) reads one from a file.)doc")
                     ThrowCannotWrite(name, reason);
             },
             "path"_a, R"doc(
-Saves the document file (UTF-16). The file is replaced only once the new one is written whole:
+Saves the document file (UTF-16), every number in the shortest text that reads back to the
+same value. The file is replaced only once the new one is written whole:
 on failure (OSError) the old file is left as it was.)doc")
         .def(
             "to_csv",
-            [](const DocumentRef& handle, const py::object& path) {
+            [](const DocumentRef& handle, const py::object& path, const std::string& layout) {
+                if (layout != "table" && layout != "experiments")
+                    throw py::value_error("layout must be \"table\" or \"experiments\"");
                 const wxString name = PathArgument(path);
                 wxString reason;
                 VyrBaseData& doc = handle->Doc();
                 if (!vyrtools::WriteAtomically(
-                        name, [&](const wxString& file) { return doc.SaveAsCsvUTF8(file); },
+                        name,
+                        [&](const wxString& file) {
+                            return layout == "table" ? VyrTableExport().SaveFile(doc, file)
+                                                     : doc.SaveAsCsvUTF8(file);
+                        },
                         reason))
                     ThrowCannotWrite(name, reason);
             },
-            "path"_a, "Exports the measured data as CSV (UTF-8, \";\" separated), as `vyr csv`.")
+            "path"_a, py::kw_only(), "layout"_a = "table", R"doc(
+Exports the measured data as CSV (UTF-8, ";" separated), as `vyr csv`. layout "table" (the
+default): one rectangular table, every curve with its own X column (curves of the same X values
+share one), headings "quantity (unit)", every number in full, empty cells for missing and
+invalid points; vyrbase and `vyr import` read it back to the same numbers. layout
+"experiments": the application's own export, one block of columns per experiment, six digits.)doc")
         .def("render", &Render, "path"_a = py::none(), "size"_a = std::make_pair(1200, 800),
              "diagram"_a = 0, "scale"_a = 1.0,
              ("Paints diagram 0 or 1 as the application shows it. Without a path: the PNG "

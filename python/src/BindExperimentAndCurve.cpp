@@ -1,8 +1,11 @@
 // vyrbase.Experiment and vyrbase.Curve.
 #include <algorithm>
 #include <climits>
+#include <cmath>
+#include <limits>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include <pybind11/numpy.h>
 #include <pybind11/stl.h>
@@ -11,6 +14,7 @@
 #include "Views.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/core/VyrObserverMsg.h"
+#include "vyrbase/data/VyrBitMask.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrCourbeParam.h"
 #include "vyrbase/data/VyrExperience.h"
@@ -46,14 +50,39 @@ py::ssize_t PointCount(const VyrCourbe* c) {
     return std::min(c->GetVx()->GetSize(), c->GetVy()->GetSize());
 }
 
+// Whether any of the vector's points is invalid (bits beyond its size are not its points).
+bool HasInvalidPoint(const VyrVecteur* v) {
+    const VyrBitMask& mask = *const_cast<VyrVecteur*>(v)->GetValidity();
+    const int size = v->GetSize();
+    const int bytes = std::min(mask.GetSize(), (size + 7) / 8);
+    for (int k = 0; k < bytes; ++k) {
+        const int bits = std::min(8, size - 8 * k);
+        if (mask[k] & ((1u << bits) - 1))
+            return true;
+    }
+    return false;
+}
+
+py::array ReadOnly(py::array array) {
+    array.attr("setflags")("write"_a = false);
+    return array;
+}
+
+// The values of a vector as Python reads them: a view of the storage itself while every point
+// is valid; otherwise a read-only copy with NaN for the invalid points, whose stored number was
+// never measured (it only keeps the diagrams' automatic ranges within the measured values).
 py::array View(const CurveRef& ref, bool x) {
     VyrVecteur* v = x ? ref.curve->GetVx() : ref.curve->GetVy();
-    if (!v) {
-        py::array_t<double> none(0);
-        none.attr("setflags")("write"_a = false);
-        return std::move(none);
-    }
-    return VectorView(ref.doc, v);
+    if (!v)
+        return ReadOnly(py::array_t<double>(0));
+    if (!HasInvalidPoint(v))
+        return VectorView(ref.doc, v);
+    const int n = v->GetSize();
+    py::array_t<double> copy(n);
+    auto out = copy.mutable_unchecked<1>();
+    for (int i = 0; i < n; ++i)
+        out(i) = v->IsValidAt(i) ? v->GetArea()[i] : std::numeric_limits<double>::quiet_NaN();
+    return ReadOnly(copy);
 }
 
 py::array_t<bool> Valid(const CurveRef& ref) {
@@ -114,13 +143,76 @@ py::list Notes(const CurveRef& ref) {
     return out;
 }
 
+// What a vector stores for a point of value `value` appended after its points so far: a
+// finite value itself; for NaN or an infinity (an invalid point) the vector's last stored
+// number, so that the number an invalid point holds is always one that was measured, and the
+// diagrams' automatic ranges, which count invalid points too, stay within the measured values.
+double Stored(const VyrVecteur* v, double value) {
+    if (std::isfinite(value))
+        return value;
+    const int n = v->GetSize();
+    return n > 0 ? v->GetArea()[n - 1] : 0.0;
+}
+
+// Once the first finite value of a vector arrives, the invalid points before it (which had
+// nothing measured to hold) take it.
+void FillLeadingInvalid(VyrVecteur* v, int first, double value) {
+    int i = first;
+    while (i > 0 && !v->IsValidAt(i - 1))
+        --i;
+    if (i == 0)
+        for (int k = 0; k < first; ++k)
+            v->SetVal(k, value);
+}
+
+// The values a new vector stores for `values`: they themselves when all are finite; otherwise
+// a copy in `stored` in which each NaN or infinity, marked invalid in `validity`, holds the
+// last finite value before it (the first one after it at the start; 0 when there is none), as
+// a table's holes do.
+const double* WithPlaceholders(const double* values, py::ssize_t n, VyrBitMask* validity,
+                               std::vector<double>& stored) {
+    const double* end = values + n;
+    const double* first = std::find_if(values, end, [](double v) { return std::isfinite(v); });
+    if (first == values && std::all_of(values, end, [](double v) { return std::isfinite(v); }))
+        return values;
+    stored.assign(values, end);
+    double last = first != end ? *first : 0.0;
+    for (py::ssize_t i = 0; i < n; ++i) {
+        if (std::isfinite(stored[i])) {
+            last = stored[i];
+        } else {
+            stored[i] = last;
+            validity->Unset(static_cast<int>(i));
+        }
+    }
+    return stored.data();
+}
+
+// Appends (x, y); NaN or an infinity makes the point invalid in that vector. The diagrams are
+// told when `notify`, as AddPoint tells them.
+void Append(VyrBaseData& doc, VyrCourbe* c, double x, double y, bool notify) {
+    VyrVecteur* vx = c->GetVx();
+    VyrVecteur* vy = c->GetVy();
+    const int n = vx->GetSize();
+    // AddPoint leaves the mark of the new position alone: it is set first.
+    for (auto [v, value] : {std::pair<VyrVecteur*, double>(vx, x), {vy, y}}) {
+        if (std::isfinite(value)) {
+            v->GetValidity()->Set(n);
+            FillLeadingInvalid(v, std::min(n, v->GetSize()), value);
+        } else {
+            v->GetValidity()->Unset(n);
+        }
+    }
+    doc.AddPoint(c, Stored(vx, x), Stored(vy, y), notify);
+}
+
 void AddPoint(const CurveRef& ref, double x, double y) {
     VyrCourbe* c = ref.curve;
     if (!c->GetVx() || !c->GetVy())
         throw py::value_error("the curve has no vectors to add a point to");
     RequireNoView(ref.doc, c->GetVx(), "add a point to this curve");
     RequireNoView(ref.doc, c->GetVy(), "add a point to this curve");
-    ref.doc->Doc().AddPoint(c, x, y, true);
+    Append(ref.doc->Doc(), c, x, y, true);
 }
 
 CurveRef AddCurve(const ExperimentRef& ref, const py::handle& xs, const py::handle& ys,
@@ -169,9 +261,11 @@ CurveRef AddCurve(const ExperimentRef& ref, const py::handle& xs, const py::hand
                 c->GetVy()->GetValidity()->Unset(static_cast<int>(i));
             }
     }
+    // NaN and infinities are invalid points of their own vector.
+    std::vector<double> xStored, yStored;
+    const double* xp = WithPlaceholders(xv.data(), n, c->GetVx()->GetValidity(), xStored);
+    const double* yp = WithPlaceholders(yv.data(), n, c->GetVy()->GetValidity(), yStored);
     c->PreAlloc(static_cast<int>(n));
-    const double* xp = xv.data();
-    const double* yp = yv.data();
     for (py::ssize_t i = 0; i < n; ++i)
         doc.AddPoint(c, xp[i], yp[i], i == n - 1);
     if (c->GetVx()->GetSize() != n || c->GetVy()->GetSize() != n)
@@ -210,7 +304,8 @@ void BindExperimentAndCurve(py::module_& m) {
              "valid"_a = py::none(), R"doc(
 Adds a curve of the values xs and ys (numpy-convertible sequences of equal length), copied into
 the document. x and y are (quantity, unit) pairs; name defaults to the Y quantity. valid, when
-given, marks the points that are False invalid. A curve of the same quantities and units as an
+given, marks the points that are False invalid; NaN and infinities in xs or ys are invalid
+points of their vector. A curve of the same quantities and units as an
 existing one gets its Y quantity numbered (U, U1, U2...). The curve is shown in diagram 0.)doc")
         .def("__eq__", [](const ExperimentRef& a,
                           const ExperimentRef& b) { return a.experience == b.experience; })
@@ -224,11 +319,13 @@ existing one gets its Y quantity numbered (U, U1, U2...). The curve is shown in 
     py::class_<CurveRef>(m, "Curve", R"doc(
 A curve: two vectors of values, X and Y, with their quantities, units and validity.
 
-x and y are read-only numpy views of the vectors' own storage: no copy is made, and each view
-keeps the document alive. While a view of a vector (or any array derived from it) is alive, the
-vector's length cannot change: add_point raises BufferError, since growing may move the values
-to new memory that the view could not follow. Copy (numpy.array(curve.y)) or delete the views
-first.)doc")
+x and y are read-only float64 arrays. An invalid point reads as NaN: the number the document
+stores for it was never measured. A vector without invalid points is given as a numpy view of
+its own storage: no copy is made, and each view keeps the document alive. While a view of a
+vector (or any array derived from it) is alive, the vector's length cannot change: append and
+add_point raise BufferError, since growing may move the values to new memory that the view
+could not follow. Copy (numpy.array(curve.y)) or delete the views first. A vector with invalid
+points is given as a read-only copy, which does not follow later changes.)doc")
         .def_property_readonly("name",
                                [](const CurveRef& r) { return ToPython(r.curve->GetEntityName()); })
         .def_property_readonly(
@@ -245,19 +342,23 @@ first.)doc")
         .def_property_readonly("colour", &Colour, "(red, green, blue), each 0 to 255.")
         .def_property_readonly(
             "x", [](const CurveRef& r) { return View(r, true); },
-            "The X values: a read-only float64 view of the vector's storage.")
+            "The X values (read-only float64), NaN where the X vector's point is invalid.")
         .def_property_readonly(
             "y", [](const CurveRef& r) { return View(r, false); },
-            "The Y values: a read-only float64 view of the vector's storage.")
+            "The Y values (read-only float64), NaN where the Y vector's point is invalid.")
         .def_property_readonly("valid", &Valid, R"doc(
 A bool array, True where the point is valid in both X and Y, for the indices below both
 vectors' lengths.)doc")
         .def_property_readonly("notes", &Notes, "The texts of the notes attached to the curve.")
         .def("to_pandas", &ToPandas, py::kw_only(), "valid_only"_a = true, R"doc(
 A pandas DataFrame of the X and Y columns, titled quantity(unit) as the CSV export titles them,
-indexed by point number. valid_only (default) leaves the invalid points out.)doc")
-        .def("add_point", &AddPoint, "x"_a, "y"_a, R"doc(
-Appends the point (x, y). Raises BufferError while a view of x or y is alive.)doc")
+indexed by point number. valid_only (default) leaves the invalid points out; with
+valid_only=False every point is there, NaN where a vector's point is invalid.)doc")
+        .def("append", &AddPoint, "x"_a, "y"_a, R"doc(
+Appends the point (x, y) and tells the diagrams, as an acquisition adds a point. NaN or an
+infinity makes the point invalid in that vector. Raises BufferError while a view of x or y is
+alive.)doc")
+        .def("add_point", &AddPoint, "x"_a, "y"_a, "The same as append(x, y).")
         .def("__len__", [](const CurveRef& r) { return PointCount(r.curve); })
         .def("__eq__", [](const CurveRef& a, const CurveRef& b) { return a.curve == b.curve; })
         .def("__hash__", [](const CurveRef& r) { return std::hash<const void*>()(r.curve); })

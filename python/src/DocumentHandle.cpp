@@ -1,8 +1,15 @@
 #include "DocumentHandle.h"
 
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/diagram/VyrDiagram.h"
 
-DocumentHandle::DocumentHandle() : m_pDoc(new VyrBaseData(nullptr)) {}
+DocumentHandle::DocumentHandle() : m_pDoc(new VyrBaseData(nullptr)) {
+    // save() writes every value exactly as it is held, not rounded to six digits.
+    m_pDoc->SetExactNumbers(true);
+    // The pictures' axes span what was measured: an invalid point's number stretches none.
+    for (int d = 0; d < 2; ++d)
+        m_pDoc->GetDiagram(d)->SetValidRangesOnly(true);
+}
 
 DocumentHandle::~DocumentHandle() {
     // A render makes its document the active one only while it paints, but a document must

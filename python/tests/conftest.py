@@ -27,3 +27,15 @@ def made(tmp_path):
                                  x=("t", "s"), y=("T", "°C"), name="cooling",
                                  valid=[True, True, False, True, True])
     return doc, experiment, curve
+
+
+@pytest.fixture
+def measured():
+    """A new document with one experiment and one curve of five points, every point valid."""
+    import vyrbase
+
+    doc = vyrbase.Document()
+    experiment = doc.add_experiment("Cooling")
+    curve = experiment.add_curve([0, 60, 120, 180, 240], [80.5, 71.25, 64, 58.5, 54],
+                                 x=("t", "s"), y=("T", "°C"), name="cooling")
+    return doc, experiment, curve

@@ -10,8 +10,8 @@ import vyrbase
 
 # ---- views of the vectors' own storage -------------------------------------------------------
 
-def test_x_and_y_are_read_only_float64_views_sharing_one_storage(made):
-    _, _, curve = made
+def test_x_and_y_are_read_only_float64_views_sharing_one_storage(measured):
+    _, _, curve = measured
     first, second = curve.y, curve.y
     assert first.dtype == numpy.float64 and first.shape == (5,)
     assert numpy.shares_memory(first, second)
@@ -35,10 +35,10 @@ def test_a_view_outlives_its_document_and_curve_objects(samples):
     assert y.max() == expected.max()
 
 
-def test_a_slice_of_a_view_outlives_the_view_and_the_document(made):
-    doc, experiment, curve = made
+def test_a_slice_of_a_view_outlives_the_view_and_the_document(measured):
+    doc, experiment, curve = measured
     tail = curve.y[2:]
-    del doc, experiment, curve, made
+    del doc, experiment, curve, measured
     gc.collect()
     numpy.testing.assert_array_equal(tail, [64, 58.5, 54])
 
@@ -61,8 +61,8 @@ def test_add_point_appends_when_no_view_is_alive(made):
     assert len(curve) == 6 and bool(curve.valid[-1])
 
 
-def test_growing_a_viewed_vector_raises_buffererror_and_the_view_stays_intact(made):
-    _, _, curve = made
+def test_growing_a_viewed_vector_raises_buffererror_and_the_view_stays_intact(measured):
+    _, _, curve = measured
     y = curve.y
     before = numpy.array(y)
     # Enough points to move the storage, were growth allowed: the view would then dangle.
@@ -73,8 +73,8 @@ def test_growing_a_viewed_vector_raises_buffererror_and_the_view_stays_intact(ma
     numpy.testing.assert_array_equal(y, before)
 
 
-def test_a_view_of_x_alone_also_blocks_growth(made):
-    _, _, curve = made
+def test_a_view_of_x_alone_also_blocks_growth(measured):
+    _, _, curve = measured
     x = curve.x
     with pytest.raises(BufferError):
         curve.add_point(300, 50.5)
@@ -83,8 +83,8 @@ def test_a_view_of_x_alone_also_blocks_growth(made):
     assert len(curve) == 6
 
 
-def test_an_array_derived_from_a_view_keeps_the_vector_from_growing(made):
-    _, _, curve = made
+def test_an_array_derived_from_a_view_keeps_the_vector_from_growing(measured):
+    _, _, curve = measured
     window = curve.y[1:3]
     with pytest.raises(BufferError):
         curve.add_point(300, 50.5)
@@ -93,8 +93,8 @@ def test_an_array_derived_from_a_view_keeps_the_vector_from_growing(made):
     curve.add_point(300, 50.5)
 
 
-def test_after_the_views_are_gone_the_vector_grows_past_its_storage(made):
-    _, _, curve = made
+def test_after_the_views_are_gone_the_vector_grows_past_its_storage(measured):
+    _, _, curve = measured
     y = curve.y
     kept = numpy.array(y)
     del y
@@ -106,8 +106,8 @@ def test_after_the_views_are_gone_the_vector_grows_past_its_storage(made):
     assert grown[-1] == pytest.approx(50 - 999 / 100)
 
 
-def test_views_of_other_curves_do_not_block_growth(made):
-    _, experiment, curve = made
+def test_views_of_other_curves_do_not_block_growth(measured):
+    _, experiment, curve = measured
     other = experiment.add_curve([1, 2], [3, 4], y=("P", "Pa"))
     views = (other.x, other.y)
     curve.add_point(300, 50.5)
@@ -122,9 +122,24 @@ def test_valid_is_a_bool_array_of_the_validity_marks(made):
     numpy.testing.assert_array_equal(curve.valid, [True, True, False, True, True])
 
 
-def test_invalid_points_keep_their_values_in_x_and_y(made):
+def test_invalid_points_read_as_nan_in_x_and_y(made):
     _, _, curve = made
-    assert curve.y[2] == 64
+    assert numpy.isnan(curve.y[2]) and numpy.isnan(curve.x[2])
+    numpy.testing.assert_array_equal(curve.y, [80.5, 71.25, numpy.nan, 58.5, 54])
+    # A copy, read-only, that does not hold the vector's length.
+    assert not curve.y.flags.writeable
+    y = curve.y
+    curve.append(300, 50)
+    assert len(y) == 5 and len(curve) == 6
+
+
+def test_a_point_invalid_in_y_only_keeps_its_measured_x():
+    curve = vyrbase.Document().add_experiment("E").add_curve(
+        [0, 1, 2], [5, float("nan"), 7], x=("t", "s"), y=("U", "V"))
+    numpy.testing.assert_array_equal(curve.x, [0, 1, 2])
+    numpy.testing.assert_array_equal(curve.y, [5, numpy.nan, 7])
+    numpy.testing.assert_array_equal(curve.valid, [True, False, True])
+    assert numpy.shares_memory(curve.x, curve.x)
 
 
 def test_to_pandas_leaves_invalid_points_out_and_keeps_point_numbers(made):
@@ -136,11 +151,13 @@ def test_to_pandas_leaves_invalid_points_out_and_keeps_point_numbers(made):
     assert frame["T(°C)"].mean() == pytest.approx((80.5 + 71.25 + 58.5 + 54) / 4)
 
 
-def test_to_pandas_with_every_point(made):
+def test_to_pandas_with_every_point_shows_invalid_ones_as_nan(made):
     _, _, curve = made
     frame = curve.to_pandas(valid_only=False)
     assert list(frame.index) == [0, 1, 2, 3, 4]
-    assert list(frame["t(s)"]) == [0, 60, 120, 180, 240]
+    numpy.testing.assert_array_equal(frame["t(s)"], [0, 60, numpy.nan, 180, 240])
+    numpy.testing.assert_array_equal(frame["T(°C)"], [80.5, 71.25, numpy.nan, 58.5, 54])
+    assert frame["T(°C)"].isna().sum() == 1
 
 
 def test_to_pandas_names_columns_apart_when_quantity_and_unit_agree():
@@ -180,7 +197,7 @@ def test_add_curve_of_existing_quantities_numbers_the_new_one_and_keeps_the_old(
     old = curve.y
     again = experiment.add_curve([1, 2], [3, 4], x=("t", "s"), y=("T", "°C"))
     assert again.y_quantity == "T1" and again != curve
-    numpy.testing.assert_array_equal(old, [80.5, 71.25, 64, 58.5, 54])
+    numpy.testing.assert_array_equal(old, [80.5, 71.25, numpy.nan, 58.5, 54])
     assert experiment.curves == [curve, again]
 
 
@@ -231,3 +248,60 @@ def test_curves_compare_by_identity_in_the_document(made):
     assert doc.curves[0] == curve and hash(doc.curves[0]) == hash(curve)
     assert doc.experiments[0] == experiment
     assert repr(curve) == "<vyrbase.Curve T(t), 5 points>"
+
+
+# ---- values never measured -------------------------------------------------------------------
+
+@pytest.mark.parametrize("bad", [float("nan"), float("inf"), float("-inf")])
+def test_nan_and_infinities_given_to_add_curve_are_invalid_points(bad):
+    curve = vyrbase.Document().add_experiment("E").add_curve(
+        [0, 1, 2, 3], [bad, 2.5, bad, 4.0], x=("t", "s"), y=("U", "V"))
+    numpy.testing.assert_array_equal(curve.valid, [False, True, False, True])
+    numpy.testing.assert_array_equal(curve.y, [numpy.nan, 2.5, numpy.nan, 4.0])
+    frame = curve.to_pandas()
+    assert list(frame.index) == [1, 3]
+
+
+def test_invalid_points_store_measured_numbers_that_keep_the_ranges(tmp_path):
+    doc = vyrbase.Document()
+    doc.add_experiment("E").add_curve([0, 1, 2, 3], [float("nan"), 20, float("inf"), 30],
+                                      x=("t", "s"), y=("T", "K"))
+    # The application's own export shows the numbers stored: an invalid point holds the
+    # measured number before it (the first one at the start), never NaN or an infinity, which
+    # the diagrams' automatic ranges would take in.
+    doc.to_csv(tmp_path / "stored.csv", layout="experiments")
+    rows = (tmp_path / "stored.csv").read_bytes().decode("utf-8").split("\r\n")[2:-1]
+    assert [row.split(";")[1] for row in rows] == ["20", "20", "20", "30"]
+    doc.to_csv(tmp_path / "table.csv")
+    assert (tmp_path / "table.csv").read_bytes().decode("utf-8") == \
+        "t (s);T (K)\r\n0;\r\n1;20\r\n2;\r\n3;30\r\n"
+
+
+def test_append_adds_a_point_and_tells_the_diagrams(made):
+    doc, _, curve = made
+    before = doc.render(size=(300, 200))
+    curve.append(300, 95)
+    assert len(curve) == 6 and bool(curve.valid[-1])
+    assert curve.x[-1] == 300 and curve.y[-1] == 95
+    # The diagram took the new point into its range: the picture changed.
+    assert doc.render(size=(300, 200)) != before
+
+
+def test_append_of_nan_or_infinity_makes_an_invalid_point_of_that_vector(measured):
+    _, _, curve = measured
+    curve.append(300, float("nan"))
+    curve.append(float("inf"), 40)
+    curve.append(420, 38)
+    numpy.testing.assert_array_equal(curve.valid[-3:], [False, False, True])
+    numpy.testing.assert_array_equal(curve.x[-3:], [300, numpy.nan, 420])
+    numpy.testing.assert_array_equal(curve.y[-3:], [numpy.nan, 40, 38])
+
+
+def test_append_blocked_by_a_view_raises_buffererror(measured):
+    _, _, curve = measured
+    y = curve.y
+    with pytest.raises(BufferError):
+        curve.append(1, 2)
+    del y
+    curve.append(1, 2)
+    assert len(curve) == 6

@@ -86,7 +86,7 @@ def test_save_into_a_missing_folder_raises_oserror_and_writes_nothing(made, tmp_
 
 def test_to_csv_writes_the_columns_of_the_export(made, tmp_path):
     doc, _, _ = made
-    doc.to_csv(tmp_path / "cooling.csv")
+    doc.to_csv(tmp_path / "cooling.csv", layout="experiments")
     lines = (tmp_path / "cooling.csv").read_bytes().decode("utf-8").split("\r\n")
     assert lines[:4] == ["Cooling;", "t(s);T(°C)", "0;80.5", "60;71.25"]
     # Invalid points are exported with their numbers, as the export always did.
@@ -110,10 +110,48 @@ def test_a_file_without_an_experiment_gets_the_default_one_named_in_english(made
     loaded = vyrbase.load(headerless)
     assert [e.name for e in loaded.experiments] == ["Experiment 1"]
     assert [c.name for c in loaded.experiments[0].curves] == ["cooling"]
-    loaded.to_csv(tmp_path / "headerless.csv")
+    loaded.to_csv(tmp_path / "headerless.csv", layout="experiments")
     exported = (tmp_path / "headerless.csv").read_bytes().decode("utf-8")
     assert "IDS_" not in exported
     assert exported.split("\r\n")[0] == "Experiment 1;"
+
+
+def test_to_csv_writes_a_table_that_keeps_every_number_and_leaves_holes_empty(made, tmp_path):
+    doc, experiment, _ = made
+    experiment.add_curve([0.5, 1.5], [1 / 3, 1013.25 + 1e-9], x=("t", "s"), y=("p", "hPa"))
+    doc.to_csv(tmp_path / "table.csv")
+    text = (tmp_path / "table.csv").read_bytes().decode("utf-8")
+    assert text == ("t (s);T (°C);t (s);p (hPa)\r\n"
+                    "0;80.5;0.5;0.3333333333333333\r\n"
+                    "60;71.25;1.5;1013.250000001\r\n"
+                    ";;;\r\n"
+                    "180;58.5;;\r\n"
+                    "240;54;;\r\n")
+    with pytest.raises(ValueError, match="layout"):
+        doc.to_csv(tmp_path / "other.csv", layout="columns")
+
+
+def test_values_through_save_load_and_csv_are_bit_identical(tmp_path):
+    values = numpy.array([1000.001, 1000.002, 1 / 44100, 0.1, 1e-300, 5e-324, 1013.26, -0.0])
+    doc = vyrbase.Document()
+    doc.add_experiment("E").add_curve(values, values[::-1] * 3, x=("t", "s"), y=("U", "V"))
+    doc.save(tmp_path / "exact.vyr")
+    back = vyrbase.load(tmp_path / "exact.vyr").curves[0]
+    assert numpy.array(back.x).tobytes() == values.tobytes()
+    assert numpy.array(back.y).tobytes() == (values[::-1] * 3).tobytes()
+    text = (tmp_path / "exact.vyr").read_bytes().decode("utf-16")
+    assert "\t1000.001\t1000.002\t" in text
+    vyrbase.load(tmp_path / "exact.vyr").to_csv(tmp_path / "exact.csv")
+    rows = (tmp_path / "exact.csv").read_bytes().decode("utf-8").split("\r\n")[1:-1]
+    assert numpy.array([float(r.split(";")[0]) for r in rows]).tobytes() == values.tobytes()
+
+
+@pytest.mark.parametrize("data", [b"\x8f\x13qz\xe1", b"abc\x00[manipulation]\r\n"])
+def test_load_of_bytes_without_a_section_header_raises_valueerror(tmp_path, data):
+    path = tmp_path / "random.bin"
+    path.write_bytes(data)
+    with pytest.raises(ValueError, match="not a document"):
+        vyrbase.load(path)
 
 
 def test_to_csv_into_a_missing_folder_raises_oserror(made, tmp_path):

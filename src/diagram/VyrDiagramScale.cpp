@@ -3,6 +3,7 @@
 // axis puts its zero at the height of the main axis's zero.
 #include "vyrbase/diagram/VyrDiagram.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 
@@ -19,15 +20,30 @@ bool IsScaleType(int type) {
     return type >= VYR_SCALE_AUTO && type <= VYR_SCALE_MANUAL;
 }
 
-// The range of one vector over the curves of one unit: the data for the automatic type, the
-// curve's stored standard bounds for the standard type.
-void RangeOf(const VyrCourbe* c, bool onX, int type, double& lo, double& hi) {
+// The extremes of the valid points of `v`; false when it has none.
+bool ValidExtremes(const VyrVecteur* v, double& lo, double& hi) {
+    bool any = false;
+    const double* values = v->GetArea();
+    for (int i = 0; values && i < v->GetSize(); ++i) {
+        if (!v->IsValidAt(i))
+            continue;
+        lo = any ? std::min(lo, values[i]) : values[i];
+        hi = any ? std::max(hi, values[i]) : values[i];
+        any = true;
+    }
+    return any;
+}
+
+// The range of one vector over the curves of one unit: the data for the automatic type (of
+// the valid points only when `validOnly` and there are any), the curve's stored standard
+// bounds for the standard type.
+void RangeOf(const VyrCourbe* c, bool onX, int type, bool validOnly, double& lo, double& hi) {
     const VyrVecteur* v = onX ? c->GetVx() : c->GetVy();
     if (type == VYR_SCALE_STANDARD) {
         const VyrScale& s = c->GetScale();
         lo = onX ? s.GetXmin() : s.GetYmin();
         hi = onX ? s.GetXmax() : s.GetYmax();
-    } else {
+    } else if (!validOnly || !ValidExtremes(v, lo, hi)) {
         v->GetMinMax(lo, hi);
     }
 }
@@ -75,7 +91,7 @@ void VyrDiagram::UpdateScale(int type) {
             if (!v || v->GetUnite() != unit || !c->IsEnabled())
                 continue;
             double cmin, cmax;
-            RangeOf(c, onX, type, cmin, cmax);
+            RangeOf(c, onX, type, m_bValidRangesOnly, cmin, cmax);
             if (cmin < lo)
                 lo = cmin;
             if (cmax > hi)

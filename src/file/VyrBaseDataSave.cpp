@@ -43,6 +43,7 @@ bool VyrBaseData::WriteDocument(VyrFileSink& sink) {
     if (!sink.Write(kUnicodeMark, sizeof kUnicodeMark))
         return false;
     VyrTextWriter out(sink);
+    out.SetExactNumbers(m_bExactNumbers);
     for (SectionWriter writer : kWriters) {
         // A failing section stops the save: the sections after it are not written.
         if (!(this->*writer)(out) || !out.Flush())

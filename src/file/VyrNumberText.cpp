@@ -185,6 +185,10 @@ size_t FormatFixed8(char* buf, double value) {
         std::to_chars(buf, buf + kMaxChars, value, std::chars_format::fixed, 8).ptr - buf);
 }
 
+size_t FormatShortest(char* buf, double value) {
+    return static_cast<size_t>(std::to_chars(buf, buf + kMaxChars, value).ptr - buf);
+}
+
 int ReadDecimal(std::wstring_view text) {
     return ReadInteger(text, 10);
 }

@@ -30,6 +30,9 @@ VYRBASE_API size_t FormatInt(char* buf, int value);        // "%d"
 VYRBASE_API size_t FormatHex(char* buf, int value);        // "%x" (the value taken unsigned)
 VYRBASE_API size_t FormatG(char* buf, double value);       // "%g"
 VYRBASE_API size_t FormatFixed8(char* buf, double value);  // "%.8f"
+// The shortest text that ReadDouble turns back into the very same double (the digits of
+// std::to_chars without a precision): "0.1", "1000.001", "1e+300", "-0", "inf", "nan".
+VYRBASE_API size_t FormatShortest(char* buf, double value);
 
 // The C library's wide decimal conversion (wcstol, base 10): blanks, an optional sign, then
 // digits up to the first other character. Out-of-range values saturate at the int limits.

@@ -68,13 +68,15 @@ VyrTextWriter& VyrTextWriter::Hex(int value) {
 
 VyrTextWriter& VyrTextWriter::G(double value) {
     char buf[VyrNumberText::kMaxChars];
-    Ascii(buf, VyrNumberText::FormatG(buf, value));
+    Ascii(buf, m_bExactNumbers ? VyrNumberText::FormatShortest(buf, value)
+                               : VyrNumberText::FormatG(buf, value));
     return *this;
 }
 
 VyrTextWriter& VyrTextWriter::Fixed8(double value) {
     char buf[VyrNumberText::kMaxChars];
-    Ascii(buf, VyrNumberText::FormatFixed8(buf, value));
+    Ascii(buf, m_bExactNumbers ? VyrNumberText::FormatShortest(buf, value)
+                               : VyrNumberText::FormatFixed8(buf, value));
     return *this;
 }
 

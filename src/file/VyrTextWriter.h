@@ -48,10 +48,14 @@ public:
     VyrTextWriter& Text(std::wstring_view text);
     VyrTextWriter& Text(const wchar_t* text) { return Text(std::wstring_view(text)); }
     VyrTextWriter& Text(const wxString& text);
-    VyrTextWriter& Int(int value);        // "%d"
-    VyrTextWriter& Hex(int value);        // "%x"
-    VyrTextWriter& G(double value);       // "%g"
-    VyrTextWriter& Fixed8(double value);  // "%.8f"
+    VyrTextWriter& Int(int value);  // "%d"
+    VyrTextWriter& Hex(int value);  // "%x"
+    // "%g" and "%.8f", or both the shortest exact text once SetExactNumbers(true) was called.
+    VyrTextWriter& G(double value);
+    VyrTextWriter& Fixed8(double value);
+    // Every double from then on in the shortest text that reads back to the same double
+    // (VyrNumberText::FormatShortest) instead of its C format.
+    void SetExactNumbers(bool exact) { m_bExactNumbers = exact; }
     // The text with a backslash before every double quote (VyrBaseData::GetStringSave).
     VyrTextWriter& Escaped(const wxString& text);
 
@@ -104,6 +108,7 @@ private:
     VyrFileSink& m_sink;
     std::string m_sBuffer;
     bool m_bOk = true;
+    bool m_bExactNumbers = false;
 };
 
 #endif

@@ -60,7 +60,7 @@ class ImportTestCase(unittest.TestCase):
     def table_of(self, document):
         """The rows of vyr csv of a document, cells as text, the two title lines left out."""
         out = self.path("table-of.csv")
-        result = run("csv", document, "-o", out)
+        result = run("csv", document, "-o", out, "--layout", "experiments")
         self.assertEqual(result.returncode, 0, result.stderr)
         with open(out, encoding="utf-8", newline="") as f:
             return [line.split(";") for line in f.read().split("\r\n")[2:-1]]
@@ -164,10 +164,11 @@ class RoundTripTest(ImportTestCase):
                 first, again = self.path(sample + ".csv"), self.path(sample + "-again.csv")
                 document = self.path(sample + ".vyr")
                 self.assertEqual(run("csv", os.path.join(SAMPLES, sample + ".vyr"), "-o",
-                                     first).returncode, 0)
+                                     first, "--layout", "experiments").returncode, 0)
                 result = run("import", first)
                 self.assertEqual(result.returncode, 0, result.stderr)
-                self.assertEqual(run("csv", document, "-o", again).returncode, 0)
+                self.assertEqual(run("csv", document, "-o", again, "--layout",
+                                     "experiments").returncode, 0)
                 with open(first, "rb") as f:
                     a = f.read().split(b"\r\n")
                 with open(again, "rb") as f:

@@ -154,7 +154,7 @@ class InfoTest(VyrTestCase):
 class CsvTest(VyrTestCase):
     def test_csv_reads_back_with_pythons_csv_module(self):
         source = self.copy_sample()
-        result = run("csv", source)
+        result = run("csv", source, "--layout", "experiments")
         self.assertEqual(result.returncode, 0, result.stderr)
         with open(self.path("oscillation.csv"), "rb") as f:
             raw = f.read()
@@ -165,6 +165,38 @@ class CsvTest(VyrTestCase):
         self.assertEqual(len(rows), 2 + 1000)
         self.assertEqual(float(rows[2][0]), 0.0)
         self.assertAlmostEqual(float(rows[2][1]), 5.0)
+
+    def test_the_default_table_keeps_every_abscissa_and_reads_back_the_same_numbers(self):
+        source = self.copy_sample()
+        self.assertEqual(run("csv", source).returncode, 0)
+        with open(self.path("oscillation.csv"), encoding="utf-8", newline="") as f:
+            text = f.read()
+        rows = [line.split(";") for line in text.split("\r\n")[:-1]]
+        self.assertEqual(rows[0], ["t (s)", "U (V)", "I (mA)"])
+        self.assertEqual(len(rows), 1 + 1000)
+        self.assertTrue(all(len(row) == 3 for row in rows))
+        self.assertEqual(float(rows[1][1]), 5.0)
+        # Imported and exported again: the same table, byte for byte.
+        self.assertEqual(run("import", self.path("oscillation.csv"), "-o",
+                             self.path("back.vyr")).returncode, 0)
+        self.assertEqual(run("csv", self.path("back.vyr")).returncode, 0)
+        with open(self.path("back.csv"), encoding="utf-8", newline="") as f:
+            self.assertEqual(f.read(), text)
+
+    def test_a_hole_is_an_empty_cell_and_nothing_is_rounded(self):
+        table = self.path("p.csv")
+        with open(table, "w", newline="") as f:
+            f.write("t (s);T (°C);U (V)\n1000.001;75.2;1.2345678\n1000.002;70.8;1\n"
+                    "1000.003;;0.5\n")
+        self.assertEqual(run("import", table).returncode, 0)
+        info = json.loads(run("info", "--json", self.path("p.vyr")).stdout)[0]
+        x = info["experiments"][0]["curves"][0]["x"]
+        self.assertEqual((x["min"], x["max"]), (1000.001, 1000.003))
+        self.assertEqual(run("csv", self.path("p.vyr"), "-o", "-").stdout,
+                         "t (s);T (°C);U (V)\n1000.001;75.2;1.2345678\n1000.002;70.8;1\n"
+                         "1000.003;;0.5\n")
+        layout = run("csv", self.path("p.vyr"), "--layout", "nested")
+        self.assertFailsWith(layout, EXIT_USAGE, "--layout")
 
     def test_output_option_and_unwritable_output(self):
         out = self.path("data.csv")
@@ -190,6 +222,83 @@ class CsvTest(VyrTestCase):
         with open(target) as f:
             self.assertEqual(f.read(), "precious")
         self.assertEqual(os.listdir(self.dir), ["out.csv"])
+
+
+class DefaultOutputTest(VyrTestCase):
+    def test_an_output_named_by_default_never_replaces_a_file(self):
+        table = self.path("phone.csv")
+        with open(table, "w") as f:
+            f.write("t (s);a (m/s^2)\n0;9.81\n0.01;9.8\n")
+        self.assertEqual(run("import", table).returncode, 0)
+        for args in (("csv", self.path("phone.vyr")), ("import", table),
+                     ("render", self.path("phone.vyr"), "--size", "100x80")):
+            target = self.path("phone.png") if args[0] == "render" else table
+            if args[0] == "render":
+                with open(target, "w") as f:
+                    f.write("t (s);a (m/s^2)\n0;9.81\n0.01;9.8\n")
+            with self.subTest(command=args[0]):
+                with open(target if args[0] != "import" else self.path("phone.vyr"), "rb") as f:
+                    before = f.read()
+                result = run(*args)
+                self.assertFailsWith(result, EXIT_OUTPUT, "-o", "--force")
+                with open(target if args[0] != "import" else self.path("phone.vyr"), "rb") as f:
+                    self.assertEqual(f.read(), before)
+        with open(table) as f:
+            self.assertEqual(f.read(), "t (s);a (m/s^2)\n0;9.81\n0.01;9.8\n")
+        # --force replaces it; -o names it.
+        self.assertEqual(run("csv", self.path("phone.vyr"), "--force").returncode, 0)
+        with open(table) as f:
+            self.assertEqual(f.read(), "t (s);a (m/s^2)\n0;9.81\n0.01;9.8\n")
+        self.assertEqual(run("import", table, "--force").returncode, 0)
+        self.assertEqual(run("render", self.path("phone.vyr"), "--size", "100x80",
+                             "--force").returncode, 0)
+        self.assertEqual(read_png(self.path("phone.png"))[0], 100)
+
+    def test_import_and_convert_write_to_standard_output(self):
+        table = self.path("t.csv")
+        with open(table, "w") as f:
+            f.write("x;y\n0.1;0.2\n")
+        result = subprocess.run([VYR, "import", table, "-o", "-"], capture_output=True)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertTrue(result.stdout.startswith(b"\xff\xfe["), result.stdout[:20])
+        self.assertIn("0.1".encode("utf-16-le"), result.stdout)
+        self.assertIn(b"1 row(s)", result.stderr)
+        self.assertFalse(os.path.exists(self.path("-")))
+        self.assertFalse(os.path.exists(self.path("t.vyr")))
+        converted = subprocess.run([VYR, "convert", OSCILLATION, "-"], capture_output=True,
+                                   cwd=self.dir)
+        self.assertEqual(converted.returncode, 0, converted.stderr)
+        self.assertTrue(converted.stdout.startswith(b"\xff\xfe"))
+        self.assertIn("[manipulation]".encode("utf-16-le"), converted.stdout)
+        self.assertEqual(os.listdir(self.dir), ["t.csv"])
+
+    def test_convert_keeps_every_digit(self):
+        table = self.path("p.csv")
+        with open(table, "w") as f:
+            f.write("t (s);p (hPa)\n1000.001;1013.25\n1000.002;1013.26\n")
+        self.assertEqual(run("import", table).returncode, 0)
+        self.assertEqual(run("convert", self.path("p.vyr"), self.path("q.vyr")).returncode, 0)
+        with open(self.path("q.vyr"), "rb") as f:
+            text = f.read().decode("utf-16")
+        self.assertIn("\t1000.001\t1000.002\t", text)
+        self.assertIn("\t1013.25\t1013.26\t", text)
+
+
+class NotADocumentTest(VyrTestCase):
+    def test_text_without_a_section_header_is_refused_but_a_blank_file_is_empty(self):
+        cases = {"token.bin": b"\x8f\x13qz\xe1", "cut.bin": b"abc\x00[manipulation]\r\n",
+                 "utf16.bin": b"\xff\xfe" + "random words".encode("utf-16-le")}
+        for name, data in cases.items():
+            with self.subTest(name=name):
+                with open(self.path(name), "wb") as f:
+                    f.write(data)
+                self.assertFailsWith(run("info", self.path(name)), EXIT_FORMAT, name,
+                                     "not a document")
+                self.assertFailsWith(run("convert", self.path(name), self.path("o.vyr")),
+                                     EXIT_FORMAT, "not a document")
+        with open(self.path("blank.vyr"), "wb") as f:
+            f.write(b"\r\n  \n")
+        self.assertEqual(run("info", self.path("blank.vyr")).returncode, 0)
 
 
 class RenderTest(VyrTestCase):
@@ -218,6 +327,30 @@ class RenderTest(VyrTestCase):
         self.assertEqual(run("render", source, "--size", "300x200").returncode, 0)
         self.assertTrue(os.path.exists(self.path("oscillation.png")))
 
+    def test_an_invalid_points_number_stretches_no_axis(self):
+        # Point 2 is invalid (validity byte 4) and holds 1e6, a number never measured.
+        document = self.path("spike.vyr")
+        with open(document, "w", encoding="utf-8", newline="") as f:
+            f.write("[vecteur]\r\n\toid = 1\r\n\tnom = \"t\"\r\n"
+                    "\tpoints = table 4 {\r\n\t0\t1\t2\t3\t\r\n\t}\r\n"
+                    "[vecteur]\r\n\toid = 2\r\n\tnom = \"U\"\r\n"
+                    "\tpoints = table 4 {\r\n\t1\t3\t1000000\t2\t\r\n\t}\r\n"
+                    "\tvalidit\u00e9 = table 1 {\r\n\t4\t\r\n\t}\r\n"
+                    "[courbe]\r\n\toid = 3\r\n\tnom = \"U\"\r\n\tvx = 1\r\n\tvy = 2\r\n"
+                    "\tcouleur = 200\r\n\tstyle_ex = \"1|0|1|2|0|0\"\r\n\tdiagramme = 0\r\n"
+                    "[manipulation]\r\n\toid = 4\r\n\tnom = \"E\"\r\n"
+                    "\tcourbes = table 1 {\r\n\t3\t\r\n\t}\r\n")
+        out = self.path("spike.png")
+        result = run("render", document, "-o", out, "--size", "400x300")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        image = read_png(out)
+        rows = [y for y in range(image[1]) for x in range(image[0])
+                if pixel(image, x, y) == VOLTAGE_COLOUR]
+        self.assertTrue(rows)
+        # Drawn on the range of 1 to 3 V, the line spans most of the plot's height; on a range
+        # up to 1e6 it would be flat at the bottom.
+        self.assertGreater(max(rows) - min(rows), image[1] // 2)
+
     def test_svg_is_well_formed_xml(self):
         out = self.path("osc.svg")
         result = run("render", OSCILLATION, "-o", out, "--grid", "--time-labels", "--scale", "2")
@@ -236,6 +369,10 @@ class RenderTest(VyrTestCase):
     def test_bad_output_extension_and_diagram_are_usage_errors(self):
         self.assertFailsWith(run("render", OSCILLATION, "-o", self.path("x.gif")), EXIT_USAGE)
         self.assertFailsWith(run("render", OSCILLATION, "--diagram", "2"), EXIT_USAGE)
+        # The sample uses one diagram: a second would be an empty picture.
+        self.assertFailsWith(run("render", OSCILLATION, "--diagram", "1", "-o",
+                                 self.path("d1.png")), EXIT_USAGE, "--diagram 1")
+        self.assertFalse(os.path.exists(self.path("d1.png")))
 
 
 class ConvertTest(VyrTestCase):

@@ -1,6 +1,7 @@
 // Scale types, per-unit ranges with the shared zero line, manual scales and zoom.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "support/CurveBuilder.h"
@@ -69,6 +70,28 @@ TEST_F(ThreeCurves, AutomaticRangesByHand) {
     ExpectRange(d->FindUnitY(degC), VYR_SCALE_AUTO, gmin * 210, 210);
     ExpectScale(*d->GetScale(VYR_SCALE_AUTO), 0, 12, gmin * 10.55, 10.55);
     ExpectScale(*d->GetCurrentScale(), 0, 12, gmin * 10.55, 10.55);
+}
+
+TEST_F(ThreeCurves, InvalidPointsCountInTheAutomaticRangesUnlessValidRangesOnly) {
+    // U's point at t = 5 (10 V) made invalid: kept by default, as GetMinMax counts it.
+    u->GetVy()->ValidateAt(2, false);
+    EXPECT_FALSE(d->IsValidRangesOnly());
+    d->UpdateScale(VYR_SCALE_AUTO);
+    ExpectRange(d->FindUnitY("V"), VYR_SCALE_AUTO, -1.55 / 10.55 * 10.55, 10.55);
+    // Valid points only: V's data is -1..5 (U2's 5 V), margin 0.3: -1.3..5.3.
+    d->SetValidRangesOnly(true);
+    d->UpdateScale(VYR_SCALE_AUTO);
+    const double gmin = std::min(-1.3 / 5.3, -10.0 / 210);
+    ExpectRange(d->FindUnitY("V"), VYR_SCALE_AUTO, gmin * 5.3, 5.3);
+    // An invalid time leaves the X range too: U2's 12 s and T's 8 s give 0..10.
+    u2->GetVx()->ValidateAt(1, false);
+    t->GetVx()->ValidateAt(1, false);
+    d->UpdateScale(VYR_SCALE_AUTO);
+    ExpectRange(d->FindUnitX("s"), VYR_SCALE_AUTO, 0, 10);
+    // A vector without any valid point counts with all its numbers: U2's 1..12 again.
+    u2->GetVx()->ValidateAt(0, false);
+    d->UpdateScale(VYR_SCALE_AUTO);
+    ExpectRange(d->FindUnitX("s"), VYR_SCALE_AUTO, 0, 12);
 }
 
 TEST_F(ThreeCurves, StandardRangesByHand) {

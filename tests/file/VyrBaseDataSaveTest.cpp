@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 
 #include <sys/resource.h>
@@ -327,6 +328,94 @@ TEST(VyrBaseDataSave, RoundTripOfRoundedValuesIsStableAfterTheFirstLoad) {
     VyrBaseData reloaded(nullptr);
     ASSERT_TRUE(reloaded.Load(Wx(second)));
     ExpectSameDocument(loaded, reloaded);
+}
+
+namespace {
+
+// Doubles that "%g" rounds and that only their shortest exact text brings back: a 1 kHz time
+// base past 1000 s, a pressure in hPa, the steps of a 44.1 kHz recording, thirds, the
+// extremes of the type, a negative zero.
+const double kAwkwardValues[] = {
+    1000.001, 1013.25 + 0.01,         1.0 / 44100, 4.0 / 44100,  1.0 / 3, 0.1, -2.5e-7, 1e-300,
+    5e-324,   1.7976931348623157e308, -0.0,        123456789.125};
+
+// The one-curve document with the awkward values in both vectors and in the curve's bounds.
+VyrCourbe* BuildAwkwardDocument(VyrBaseData& doc) {
+    VyrCourbe* c = BuildOneCurveDocument(doc);
+    const int n = static_cast<int>(sizeof kAwkwardValues / sizeof kAwkwardValues[0]);
+    c->SetSize(n);
+    for (int i = 0; i < n; ++i) {
+        c->GetVx()->SetVal(i, kAwkwardValues[i]);
+        c->GetVy()->SetVal(i, -kAwkwardValues[n - 1 - i]);
+    }
+    c->GetScale() = VyrScale(1000.001, 1000.002, 1.0 / 3, 1013.26);
+    return c;
+}
+
+bool SameBits(double a, double b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+}  // namespace
+
+TEST(VyrBaseDataSave, ExactNumbersAreOffByDefaultAndTheFormatsStay) {
+    VyrBaseData doc(nullptr);
+    EXPECT_FALSE(doc.GetExactNumbers());
+    BuildAwkwardDocument(doc);
+    TempDir dir;
+    const std::string path = dir.File("g.vyr");
+    ASSERT_TRUE(doc.Save(Wx(path)));
+    const std::wstring text = FromUtf16(ReadBytes(path));
+    EXPECT_NE(text.find(L"\txmin = 1000\r\n"), std::wstring::npos);
+    EXPECT_NE(text.find(L"points = table 12 {\r\n\t1000\t1013.26\t2.26757e-05\t"),
+              std::wstring::npos);
+    EXPECT_NE(text.find(L"ech_min = 0.00000000\r\n"), std::wstring::npos);
+}
+
+TEST(VyrBaseDataSave, ExactNumbersWriteTheShortestTextThatReadsBackTheSameDouble) {
+    VyrBaseData doc(nullptr);
+    doc.SetExactNumbers(true);
+    BuildAwkwardDocument(doc);
+    TempDir dir;
+    const std::string path = dir.File("exact.vyr");
+    ASSERT_TRUE(doc.Save(Wx(path)));
+    const std::wstring text = FromUtf16(ReadBytes(path));
+    EXPECT_NE(text.find(L"\txmin = 1000.001\r\n\txmax = 1000.002\r\n"
+                        L"\tymin = 0.3333333333333333\r\n\tymax = 1013.26\r\n"),
+              std::wstring::npos);
+    EXPECT_NE(text.find(L"points = table 12 {\r\n\t1000.001\t1013.26\t"
+                        L"2.2675736961451248e-05\t9.070294784580499e-05\r\n\t0.3333333333333333\t"),
+              std::wstring::npos);
+    EXPECT_NE(text.find(L"\t5e-324\t1.7976931348623157e+308\t-0\t123456789.125\r\n"),
+              std::wstring::npos);
+    EXPECT_NE(text.find(L"ech_min = 0\r\n"), std::wstring::npos);
+    // Everything but the numbers is written as before: the sections and their order.
+    VyrBaseData plain(nullptr);
+    BuildAwkwardDocument(plain);
+    const std::string plainPath = dir.File("plain.vyr");
+    ASSERT_TRUE(plain.Save(Wx(plainPath)));
+    EXPECT_EQ(Headers(text), Headers(FromUtf16(ReadBytes(plainPath))));
+}
+
+TEST(VyrBaseDataSave, ExactNumbersMakeSaveAndLoadBitIdentical) {
+    VyrBaseData built(nullptr);
+    built.SetExactNumbers(true);
+    VyrCourbe* c = BuildAwkwardDocument(built);
+    TempDir dir;
+    const std::string path = dir.File("exact.vyr");
+    ASSERT_TRUE(built.Save(Wx(path)));
+    VyrBaseData loaded(nullptr);
+    ASSERT_TRUE(loaded.Load(Wx(path)));
+    VyrCourbe* back = loaded.FindCourbeByOid(c->GetOid());
+    ExpectSameCurve(c, back);
+    ASSERT_TRUE(back);
+    for (int i = 0; i < c->GetVx()->GetSize(); ++i) {
+        EXPECT_TRUE(SameBits(c->GetVx()->GetVal(i), back->GetVx()->GetVal(i))) << i;
+        EXPECT_TRUE(SameBits(c->GetVy()->GetVal(i), back->GetVy()->GetVal(i))) << i;
+    }
+    EXPECT_TRUE(SameBits(back->GetScale().GetXmin(), 1000.001));
+    EXPECT_TRUE(SameBits(back->GetScale().GetYmin(), 1.0 / 3));
+    EXPECT_FALSE(back->GetVy()->IsValidAt(2));
 }
 
 // ---- Saving safely ------------------------------------------------------------------------

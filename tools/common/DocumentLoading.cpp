@@ -103,6 +103,44 @@ bool ReadAll(const wxString& path, std::vector<unsigned char>& bytes, size_t& le
 }
 }  // namespace
 
+namespace {
+// What the text of a document file holds, as far as the library reads it (to its first zero
+// byte, or zero unit in UTF-16): nothing but blanks, or a line that begins (after blanks)
+// with "[", the start of a section.
+enum class Content { Blank, Sections, NoSection };
+
+template <class Unit>
+Content ContentOf(const Unit* text, size_t count) {
+    bool blank = true;
+    bool lineStart = true;
+    for (size_t i = 0; i < count && text[i] != 0; ++i) {
+        const unsigned c = static_cast<unsigned>(text[i]);
+        if (c == '\r' || c == '\n') {
+            lineStart = true;
+            continue;
+        }
+        if (c == ' ' || c == '\t' || c == '\v' || c == '\f')
+            continue;
+        if (lineStart && c == '[')
+            return Content::Sections;
+        blank = false;
+        lineStart = false;
+    }
+    return blank ? Content::Blank : Content::NoSection;
+}
+
+Content ContentOf(const unsigned char* bytes, size_t length, const wxString& encoding) {
+    if (encoding == "UTF-16LE") {
+        std::vector<uint16_t> units((length - 2) / 2);
+        for (size_t i = 0; i < units.size(); ++i)
+            units[i] = static_cast<uint16_t>(bytes[2 + 2 * i] | (bytes[3 + 2 * i] << 8));
+        return ContentOf(units.data(), units.size());
+    }
+    const size_t mark = encoding == "UTF-8 with mark" ? 3 : 0;
+    return ContentOf(bytes + mark, length - mark);
+}
+}  // namespace
+
 LoadResult LoadDocument(const wxString& path, VyrBaseData& doc, wxString& reason,
                         wxString* encoding) {
     std::vector<unsigned char> bytes;
@@ -114,6 +152,12 @@ LoadResult LoadDocument(const wxString& path, VyrBaseData& doc, wxString& reason
         *encoding = detected;
     if (detected == "big-endian UTF-16") {
         reason = "not a document: big-endian UTF-16 text is not supported";
+        return LoadResult::NotADocument;
+    }
+    // The library reads a text without any section as an empty document (random bytes whose
+    // first line is their only token, or that a zero byte cuts short); the tools refuse it.
+    if (ContentOf(bytes.data(), length, detected) == Content::NoSection) {
+        reason = "not a document: no section header (a line such as [manipulation])";
         return LoadResult::NotADocument;
     }
     // The bytes already read are the document: the file is not opened a second time.

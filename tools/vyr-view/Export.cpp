@@ -7,6 +7,7 @@
 #include "AtomicWrite.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/diagram/VyrDiagramExport.h"
+#include "vyrbase/file/VyrTableExport.h"
 
 namespace {
 // In the order of the dialog's filters.
@@ -38,9 +39,12 @@ bool ExportDocument(VyrBaseData& data, VyrDiagram* diagram, const wxString& path
                 return VyrDiagramExport::Save(diagram, format, file, size.x, size.y, 1.0);
             },
             reason);
+    // The lossless table: every curve with its own abscissa, every number exact, invalid
+    // points as empty cells.
     if (wxFileName(path).GetExt().Lower() == "csv")
         return vyrtools::WriteAtomically(
-            path, [&](const wxString& out) { return data.SaveAsCsvUTF8(out); }, reason);
+            path, [&](const wxString& out) { return VyrTableExport().SaveFile(data, out); },
+            reason);
     reason = "cannot export: the name must end in .png, .svg, .pdf or .csv";
     return false;
 }

@@ -4,6 +4,7 @@
 #include <wx/log.h>
 
 #include "AtomicWrite.h"
+#include "CurveDeletion.h"
 #include "DiagramView.h"
 #include "DocumentLoading.h"
 #include "vyrbase/data/VyrCourbe.h"
@@ -14,7 +15,13 @@
 
 wxIMPLEMENT_DYNAMIC_CLASS(ViewerDocument, wxDocument);
 
-ViewerDocument::ViewerDocument() : m_data(this) {}
+ViewerDocument::ViewerDocument() : m_data(this) {
+    // Save keeps every value exactly as it was measured or read, not rounded to six digits.
+    m_data.SetExactNumbers(true);
+    // The axes span what was measured: an invalid point's number stretches none.
+    for (int d = 0; d < 2; ++d)
+        m_data.GetDiagram(d)->SetValidRangesOnly(true);
+}
 
 ViewerDocument::~ViewerDocument() {
     ForgetHistory();
@@ -132,7 +139,10 @@ bool ViewerDocument::DeleteSelection() {
     VyrCourbe* courbe = nullptr;
     switch (m_selection.kind) {
         case VYR_KIND_COURBE:
-            done = m_data.DeleteCurveWithUndo(GetSelectedCourbe());
+            // Through the viewer's own command, whose undo puts the curve back as it was.
+            if (VyrCourbe* c = GetSelectedCourbe(); c && GetCommandProcessor())
+                done = GetCommandProcessor()->Submit(
+                    new CurveDeletion(this, c, m_data.FindExperienceFromCourbe(c)), true);
             break;
         case VYR_KIND_EXPERIENCE:
             if (VyrExperience* e = m_data.FindExperienceByOid(m_selection.oid))

@@ -120,6 +120,16 @@ int WriteToStandardOutput(const std::function<bool(const wxString&)>& write) {
     return kExitOutput;
 }
 
+int CheckDefaultOutput(const wxString& target, bool force) {
+    struct stat info;
+    if (force || ::lstat(target.fn_str(), &info) != 0)
+        return kExitOk;
+    Complain(target,
+             "exists and was not named with -o: name another output with -o OUT, or "
+             "replace it with --force");
+    return kExitOutput;
+}
+
 bool IsSameFile(const wxString& a, const wxString& b) {
     struct stat first, second;
     return ::stat(a.fn_str(), &first) == 0 && ::stat(b.fn_str(), &second) == 0 &&

@@ -57,6 +57,11 @@ extern const char* const kStandardOutput;
 // standard output refused the bytes (a full disk, a closed pipe).
 int WriteToStandardOutput(const std::function<bool(const wxString&)>& write);
 
+// An output that the user did not name (-o) never replaces a file: when `target` exists and
+// `force` is false, complains with a message naming -o and --force and answers kExitOutput;
+// kExitOk otherwise.
+int CheckDefaultOutput(const wxString& target, bool force);
+
 // Whether both paths exist and name the same file, however they are spelt (relative or
 // absolute, through symbolic or hard links).
 bool IsSameFile(const wxString& a, const wxString& b);

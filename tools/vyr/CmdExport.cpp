@@ -12,6 +12,7 @@
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/diagram/VyrDiagram.h"
 #include "vyrbase/diagram/VyrDiagramExport.h"
+#include "vyrbase/file/VyrTableExport.h"
 
 namespace vyr {
 
@@ -90,23 +91,33 @@ int UsageError(const char* command, const std::string& error) {
 }  // namespace
 
 int RunCsv(const Args& args) {
-    Arguments parsed({}, {"-o", "--output"});
+    Arguments parsed({"--force"}, {"-o", "--output", "--layout"});
     std::string error;
     if (!parsed.Parse(args, error))
         return UsageError("csv", error);
     std::string output = parsed.Value("-o", parsed.Value("--output"));
     if (!output.empty() && parsed.Operands().size() > 1)
         return UsageError("csv", "-o takes one input file");
+    // "table": every curve with its own abscissa, exact numbers, invalid points as empty cells;
+    // "experiments": the library's export, one block of columns per experiment.
+    const std::string layout = parsed.Value("--layout", "table");
+    if (layout != "table" && layout != "experiments")
+        return UsageError("csv", "--layout wants table or experiments");
     return ForEachInput(parsed.Operands(), [&](const wxString& input, bool bundled) {
         const wxString target =
             output.empty() ? DefaultOutput(input, bundled, "csv") : FromArg(output);
         if (int code = CheckOutput("csv", input, target))
             return code;
+        if (output.empty())
+            if (int code = CheckDefaultOutput(target, parsed.Has("--force")))
+                return code;
         VyrBaseData doc(nullptr);
         if (int code = OpenDocument(input, doc))
             return code;
-        return WriteOutput(target, !output.empty(),
-                           [&](const wxString& path) { return doc.SaveAsCsvUTF8(path); });
+        return WriteOutput(target, !output.empty(), [&](const wxString& path) {
+            return layout == "table" ? VyrTableExport().SaveFile(doc, path)
+                                     : doc.SaveAsCsvUTF8(path);
+        });
     });
 }
 
@@ -121,11 +132,16 @@ int RunConvert(const Args& args) {
     const wxString input = FromArg(parsed.Operands()[0]);
     if (int code = OpenDocument(input, doc))
         return code;
-    return SaveDocument(FromArg(parsed.Operands()[1]), doc);
+    // Every value goes out as it was read, not rounded to six digits.
+    doc.SetExactNumbers(true);
+    const wxString target = FromArg(parsed.Operands()[1]);
+    if (target == kStandardOutput)
+        return WriteToStandardOutput([&](const wxString& path) { return doc.Save(path); });
+    return SaveDocument(target, doc);
 }
 
 int RunRender(const Args& args) {
-    Arguments parsed({"--grid", "--no-grid", "--time-labels", "--spectrum"},
+    Arguments parsed({"--grid", "--no-grid", "--time-labels", "--spectrum", "--force"},
                      {"-o", "--output", "--size", "--diagram", "--scale"});
     std::string error;
     if (!parsed.Parse(args, error))
@@ -165,9 +181,21 @@ int RunRender(const Args& args) {
             output.empty() ? DefaultOutput(input, bundled, "png") : FromArg(output);
         if (int code = CheckOutput("render", input, target))
             return code;
+        if (output.empty())
+            if (int code = CheckDefaultOutput(target, parsed.Has("--force")))
+                return code;
         VyrBaseData doc(nullptr);
+        // The axes span what was measured: an invalid point's number stretches none.
+        for (int d = 0; d < 2; ++d)
+            doc.GetDiagram(d)->SetValidRangesOnly(true);
         if (int code = OpenDocument(input, doc))
             return code;
+        // A diagram the document does not use would be an empty picture.
+        if (!allDiagrams && diagramIndex >= doc.GetDiagramCount()) {
+            Complain(input, wxString::Format("has %d diagram(s): --diagram %d does not exist",
+                                             doc.GetDiagramCount(), diagramIndex));
+            return static_cast<int>(kExitUsage);
+        }
         std::vector<VyrDiagram*> diagrams;
         const int count = allDiagrams ? doc.GetDiagramCount() : 1;
         for (int i = 0; i < count; ++i) {

@@ -89,8 +89,8 @@ bool ReadCount(const std::string& text, int& count) {
 }  // namespace
 
 int RunImport(const Args& args) {
-    Arguments parsed(
-        {}, {"-o", "--output", "--separator", "--decimal", "--encoding", "--skip", "--header"});
+    Arguments parsed({"--force"}, {"-o", "--output", "--separator", "--decimal", "--encoding",
+                                   "--skip", "--header"});
     std::string error;
     if (!parsed.Parse(args, error))
         return Usage(error);
@@ -142,8 +142,9 @@ int RunImport(const Args& args) {
     beside.SetExt("vyr");
     const wxString target =
         output.empty() ? beside.GetFullPath() : wxString::FromUTF8(output.c_str());
-    if (IsSameFile(input, target))
+    if (target != kStandardOutput && IsSameFile(input, target))
         return Usage("the output would replace the input table: give -o OUT.vyr");
+    const bool toStandardOutput = target == kStandardOutput;
 
     VyrBaseData doc(nullptr);
     if (!import.ImportFile(doc, input)) {
@@ -157,18 +158,28 @@ int RunImport(const Args& args) {
         Complain(input, Reason(import));
         return kExitFormat;
     }
-    if (int code = SaveDocument(target, doc))
+    // Checked once the table was read: a file that is no table is told as such first.
+    if (output.empty())
+        if (int code = CheckDefaultOutput(target, parsed.Has("--force")))
+            return code;
+    // Every number goes into the document as the table gave it, not rounded to six digits.
+    doc.SetExactNumbers(true);
+    if (int code = toStandardOutput
+                       ? WriteToStandardOutput([&](const wxString& path) { return doc.Save(path); })
+                       : SaveDocument(target, doc))
         return code;
     const wchar_t separator = import.GetUsedSeparator();
     const std::string shown = separator == L'\t'  ? "tab"
                               : separator == L' ' ? "blanks"
                                                   : std::string(1, static_cast<char>(separator));
-    std::printf(
-        "%s: %d column(s), %zu row(s), %zu invalid cell(s) (%s, separator %s, decimal "
-        "mark %c, %d header line(s))\n",
-        static_cast<const char*>(target.utf8_str()), import.GetColumnCount(), import.GetRowCount(),
-        import.GetInvalidCount(), EncodingName(import.GetUsedEncoding()), shown.c_str(),
-        static_cast<char>(import.GetUsedDecimalMark()), import.GetHeaderLineCount());
+    // Standard output carries the document alone: the summary goes to standard error then.
+    std::fprintf(toStandardOutput ? stderr : stdout,
+                 "%s: %d column(s), %zu row(s), %zu invalid cell(s) (%s, separator %s, decimal "
+                 "mark %c, %d header line(s))\n",
+                 static_cast<const char*>(target.utf8_str()), import.GetColumnCount(),
+                 import.GetRowCount(), import.GetInvalidCount(),
+                 EncodingName(import.GetUsedEncoding()), shown.c_str(),
+                 static_cast<char>(import.GetUsedDecimalMark()), import.GetHeaderLineCount());
     return kExitOk;
 }
 

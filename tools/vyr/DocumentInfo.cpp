@@ -1,5 +1,6 @@
 #include "DocumentInfo.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "JsonWriter.h"
@@ -33,8 +34,17 @@ AxisInfo Axis(const VyrVecteur* v) {
     if (v) {
         axis.quantity = Utf8(v->GetGrandeur());
         axis.unit = Utf8(v->GetUnite());
-        axis.min = v->GetMin();
-        axis.max = v->GetMax();
+        // The range of what was measured: an invalid point's stored number is left out (a
+        // vector without a valid point keeps 0 to 0).
+        bool any = false;
+        for (int i = 0; i < v->GetSize(); ++i) {
+            if (!v->IsValidAt(i))
+                continue;
+            const double value = v->GetArea()[i];
+            axis.min = any ? std::min(axis.min, value) : value;
+            axis.max = any ? std::max(axis.max, value) : value;
+            any = true;
+        }
     }
     return axis;
 }

@@ -24,15 +24,21 @@ const std::vector<Command>& AllCommands() {
          "it, \"Experiment 1\", as the application does. \"grid\" is the table of the\n"
          "application's table view, not the diagram's grid.",
          &RunInfo},
-        {"csv", "vyr csv [FILE] [-o OUT.csv|-]",
-         "Exports the measured data as CSV (UTF-8, \";\" separated). -o - writes it to standard\n"
-         "output. Without -o the output is named after the input, beside it, and its path is\n"
-         "printed. Without FILE: the bundled sample, whose CSV goes to the current directory.\n"
+        {"csv", "vyr csv [FILE] [-o OUT.csv|-] [--layout table|experiments] [--force]",
+         "Exports the measured data as CSV (UTF-8, \";\" separated). The default layout, table,\n"
+         "is one rectangular table that vyr import reads back to the same numbers: every curve\n"
+         "with its own X column (curves of the same X values share one), headings\n"
+         "\"quantity (unit)\", every number in full, an empty cell where a point is missing or\n"
+         "invalid. --layout experiments writes the application's own export instead: one block\n"
+         "of columns per experiment, numbers to six digits. -o - writes to standard output.\n"
+         "Without -o the output is named after the input, beside it, and its path is printed;\n"
+         "an existing file of that name is not replaced (exit 5) unless --force is given.\n"
+         "Without FILE: the bundled sample, whose CSV goes to the current directory.\n"
          "An output that is the input itself (under any spelling) is refused (exit 2).",
          &RunCsv},
         {"render",
          "vyr render [FILE] [-o OUT.png|OUT.svg|OUT.pdf|-] [--size WxH] [--diagram 0|1|all]\n"
-         "           [--scale F] [--grid|--no-grid] [--time-labels] [--spectrum]",
+         "           [--scale F] [--grid|--no-grid] [--time-labels] [--spectrum] [--force]",
          "Paints a diagram of the document as the application shows it (its curves, notes, title\n"
          "and interval tools) into a picture, without a display: PNG (pixels), SVG or PDF\n"
          "(vectors; the PDF is one page of WxH points with its fonts embedded). --diagram all\n"
@@ -40,8 +46,9 @@ const std::vector<Command>& AllCommands() {
          "style 4 in the colours of the wavelengths (nm). Default size 1200x800,\n"
          "diagram 0, scale 1. -o - writes a PNG to standard output. Without -o the output is\n"
          "named after the input (.png), beside it, and its path is printed. Without FILE: the\n"
-         "bundled sample, whose picture goes to the current directory. An output that is the\n"
-         "input itself is refused (exit 2).\n"
+         "bundled sample, whose picture goes to the current directory. An existing file of\n"
+         "the default name is not replaced (exit 5) unless --force is given. An output that\n"
+         "is the input itself is refused (exit 2), as is a --diagram the document does not use.\n"
          "Grid: the document file keeps no diagram settings, so the diagram's grid is off as the\n"
          "application opens the document; --grid draws it, --no-grid never draws it.\n"
          "--time-labels labels a seconds axis of a minute or more in min:s, h:min or d:h.\n"
@@ -49,19 +56,23 @@ const std::vector<Command>& AllCommands() {
          "prefix (m/s, \u00b0C, %, or none) keeps its numbers unscaled below 1000 and says\n"
          "\"x 10e3\" and up above.",
          &RunRender},
-        {"convert", "vyr convert IN OUT",
+        {"convert", "vyr convert IN OUT|-",
          "Loads IN (UTF-16, UTF-8 or ISO-8859-1) and saves it again as OUT in the canonical\n"
-         "UTF-16 form.",
+         "UTF-16 form, every number in the shortest text that reads back to the same value.\n"
+         "OUT - writes to standard output.",
          &RunConvert},
         {"import",
-         "vyr import IN [-o OUT.vyr] [--separator C] [--decimal C] [--encoding E] [--skip N]\n"
-         "           [--header N]",
+         "vyr import IN [-o OUT.vyr|-] [--separator C] [--decimal C] [--encoding E] [--skip N]\n"
+         "           [--header N] [--force]",
          "Makes a document of a text table (CSV, a spreadsheet's, a logger's, a phone sensor\n"
          "app's): the first column as X, one curve per further column, names and units from\n"
          "the header (\"name (unit)\", \"name [unit]\", \"name/unit\"); empty cells and cells\n"
          "that are no numbers become invalid points. Encoding, separator (tab, ;, , or blanks),\n"
          "decimal mark and header lines are detected; each option sets one of them (--skip:\n"
-         "lines before the table). Without -o the output is IN with the extension .vyr.",
+         "lines before the table). Every number is kept in full. Without -o the output is IN\n"
+         "with the extension .vyr, which does not replace an existing file (exit 5) unless\n"
+         "--force is given; -o - writes the document to standard output (the summary then\n"
+         "goes to standard error).",
          &RunImport},
         {"demo", "vyr demo [DIR]",
          "Builds sample documents a science class would produce (oscillation, sound, spectrum,\n"

@@ -275,6 +275,13 @@ public:
     bool SaveSafely(VyrSafeFile& file);
     // Writes the measured data as ";"-separated UTF-8 without mark.
     bool SaveAsCsvUTF8(const wxString& path);
+    // Off by default: Save writes its numbers in the file's C formats, "%g" (six significant
+    // digits) for values and "%.8f" for scale bounds, which round 1000.001 to 1000. On, every
+    // double of the file is written in the shortest text that reads back to the very same
+    // double ("1000.001", "0.1", "1e-300"), so that a save and a load change no value. The
+    // reader takes both forms; the other bytes of the file stay as they are.
+    void SetExactNumbers(bool exact) { m_bExactNumbers = exact; }
+    bool GetExactNumbers() const { return m_bExactNumbers; }
 
     static bool IsUTF8TextFile(unsigned char* bytes, int length, bool* hasMark);
     static bool IsUnicodeTextFile(unsigned char* bytes, int length, bool* littleEndian);
@@ -453,6 +460,7 @@ private:
     int m_iEmptying = 0;
     unsigned m_uEmptyingNumber = 0;
     wxArrayString m_asUnknownSections;
+    bool m_bExactNumbers = false;
     wxDocument* m_pDocument;
     VyrArrayEntity m_arrayDeconnected;
     // Nodes of the entity list by oid, by entity and by kind.

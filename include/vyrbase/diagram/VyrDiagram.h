@@ -148,6 +148,13 @@ public:
     void SetSpectrum(bool on) { m_bSpectrum = on; }
     bool IsBadge() const { return m_bBadge; }
     void SetBadge(bool on) { m_bBadge = on; }
+    // Off by default: the automatic ranges take in every stored number, invalid points
+    // included (VyrVecteur::GetMinMax). On: only the valid points' numbers, so that the
+    // number an invalid point holds, never measured, cannot stretch an axis (a curve without
+    // any valid point still counts with all its numbers). Takes effect at the next update of
+    // the ranges (UpdateScale, which every change of the data or of the shown curves runs).
+    bool IsValidRangesOnly() const { return m_bValidRangesOnly; }
+    void SetValidRangesOnly(bool on) { m_bValidRangesOnly = on; }
     int GetLineScale() const { return m_iLineScale; }
     const wxColour& GetBackgroundColour() const { return m_colourBackground; }
     void SetBackgroundColour(const wxColour& c) { m_colourBackground = c; }
@@ -323,6 +330,7 @@ private:
     int m_iLineScale = 1;
     bool m_bSpectrum = false;
     bool m_bBadge = false;
+    bool m_bValidRangesOnly = false;
     std::vector<VyrCourbe*> m_aPlottedCourbes;
     bool m_bXYMode = false;
     double m_dAx = 1.0;
