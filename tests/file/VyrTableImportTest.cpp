@@ -308,11 +308,14 @@ TEST(VyrTableImport, QuotedCellsHoldSeparatorsAndLineEndsAreCrlfLfOrCr) {
 
 TEST(VyrTableImport, OneColumnIsPlottedAgainstTheRowNumber) {
     VyrBaseData doc(nullptr);
-    ASSERT_TRUE(Import(doc, "value (V)\n1\n2\n\nx\n"));
+    VyrTableImport import;
+    ASSERT_TRUE(Import(doc, "value (V)\n1\n2\n\nx\n4\n", import));
     const std::vector<ColumnSeen> c = Columns(doc);
     ASSERT_EQ(c.size(), 2u);
-    ExpectColumn(c[0], L"n", L"", {0, 1, 2});
-    ExpectColumn(c[1], L"value", L"V", {1, 2, NAN});
+    ExpectColumn(c[0], L"n", L"", {0, 1, 2, 3});
+    ExpectColumn(c[1], L"value", L"V", {1, 2, NAN, 4});
+    EXPECT_EQ(import.GetAbscissaColumn(), -1);
+    EXPECT_EQ(import.GetAbscissaReason(), VyrTableImport::kAbscissaRowNumber);
 }
 
 TEST(VyrTableImport, SameHeadingsKeepTheirQuantityAndTheCurvesAreNamedApart) {
@@ -346,17 +349,17 @@ TEST(VyrTableImport, SettingsOverrideEachDetection) {
         VyrBaseData doc(nullptr);
         VyrTableImport import;
         ASSERT_TRUE(import.SetDecimalMark(L'.'));
-        ASSERT_TRUE(Import(doc, "x;y\n1.5;2,5\n", import));
-        ExpectValues(Columns(doc)[1].values, {NAN});
+        ASSERT_TRUE(Import(doc, "x;y\n1.5;2,5\n2;3\n", import));
+        ExpectValues(Columns(doc)[1].values, {NAN, 3});
     }
     {
         // Only the comma is; the separator guess then leaves the comma alone.
         VyrBaseData doc(nullptr);
         VyrTableImport import;
         ASSERT_TRUE(import.SetDecimalMark(L','));
-        ASSERT_TRUE(Import(doc, "x y\n1,5 2.5\n", import));
-        ExpectValues(Columns(doc)[0].values, {1.5});
-        ExpectValues(Columns(doc)[1].values, {NAN});
+        ASSERT_TRUE(Import(doc, "x y\n1,5 2.5\n2 3\n", import));
+        ExpectValues(Columns(doc)[0].values, {1.5, 2});
+        ExpectValues(Columns(doc)[1].values, {NAN, 3});
     }
     {
         // Lines skipped, then two header lines of which the last names the columns.
