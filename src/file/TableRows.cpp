@@ -25,9 +25,7 @@ CellSeen See(const Cell<char>& cell, const CellReading& reading) {
             if (value == sentinel)
                 return seen;
         seen.kind = kCellNumber;
-        const size_t n = cell.content.size();
-        seen.stamp =
-            (n == 8 || n == 12 || n == 14) && ReadStamp(cell.content).kind != Instant::kNone;
+        seen.stamp = cell.content.size() >= 8 && ReadStamp(cell.content).kind != Instant::kNone;
         return seen;
     }
     if (IsMissingMarker(cell.content))
@@ -116,7 +114,9 @@ void RowReader::Read(std::string_view line, size_t row, std::vector<TableColumn>
                     const Instant read = role.kind == ColumnRole::kStamp
                                              ? ReadStamp(cell.content)
                                              : ReadInstant(cell.content, role.order);
-                    if (read.kind != Instant::kNone) {
+                    const bool fits = role.kind == ColumnRole::kStamp ||
+                                      role.clock == (read.kind == Instant::kClock);
+                    if (read.kind != Instant::kNone && fits) {
                         moment = read;
                         momentText = cell.content;
                     }

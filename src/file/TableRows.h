@@ -81,6 +81,9 @@ struct ColumnRole {
     Kind kind = kSkip;
     int target = -1;
     SlashOrder order;
+    // A kInstant column of clock times takes clock times only, one of dates dates only (with
+    // or without their time): a cell of the other kind is a hole.
+    bool clock = false;
 };
 
 class RowReader {

@@ -283,7 +283,7 @@ Instant ReadInstant(std::string_view cell, SlashOrder& order) {
 
 Instant ReadStamp(std::string_view cell) {
     Instant instant;
-    if (cell.size() != 8 && cell.size() != 12 && cell.size() != 14)
+    if (cell.size() != 8 && cell.size() != 10 && cell.size() != 12 && cell.size() != 14)
         return instant;
     int parts[6] = {0, 0, 0, 0, 0, 0};
     const size_t widths[6] = {4, 2, 2, 2, 2, 2};

@@ -47,8 +47,8 @@ struct SlashOrder {
 // "01.04.2026 00:00:30", "2026-04-01 00:00:30+02:00"). kNone for anything else.
 Instant ReadInstant(std::string_view cell, SlashOrder& order);
 
-// A stamp of digits "yyyyMMdd", "yyyyMMddHHmm" or "yyyyMMddHHmmss" read as a moment; kNone when
-// the digits are no valid date. Only a column whose heading names a date is read so.
+// A stamp of digits "yyyyMMdd", "yyyyMMddHH", "yyyyMMddHHmm" or "yyyyMMddHHmmss" as a moment; kNone
+// when the digits are no valid date. Only a column whose heading names a date is read so.
 Instant ReadStamp(std::string_view cell);
 
 // What a cell is, for telling the columns apart.

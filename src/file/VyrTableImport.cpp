@@ -53,13 +53,14 @@ void KeepHeaderLine(std::vector<HeaderLine>& header, const HeaderLine& line) {
 }
 
 // What the first walk finds in one line: its cells as seen, the number of cells up to the last
-// with content, and whether it is a row (more numbers and moments than text) whose first cell
-// is a number or a moment.
+// with content, whether it is a row (more numbers and moments than text), whether its first
+// cell is a number or a moment, and whether it could be a heading.
 struct LineShape {
     std::vector<CellSeen> cells;
     size_t width = 0;
     bool row = false;
     bool firm = false;
+    bool heading = false;  // no number nor moment in it
 };
 
 void ShapeOf(std::string_view line, wchar_t separator, const CellReading& reading,
@@ -76,6 +77,7 @@ void ShapeOf(std::string_view line, wchar_t separator, const CellReading& readin
         texts += seen.kind == kCellText;
     });
     shape.row = values > 0 && values >= texts;
+    shape.heading = values == 0;
     shape.firm = !shape.cells.empty() &&
                  (shape.cells[0].kind == kCellNumber || shape.cells[0].kind == kCellInstant);
 }
@@ -272,7 +274,7 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
                     since.erase(since.begin());
                 // A heading after lines none of which began with a number: they were a
                 // preamble ("Rate;100", "Start;2026-04-01").
-                preamble = preamble || (!headerSet && !firm && shape.width >= 2);
+                preamble = preamble || (!headerSet && !firm && shape.heading && shape.width >= 2);
                 continue;
             }
             if (preamble) {
@@ -366,6 +368,7 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
             } else if (t.Instants() > 0 && t.Instants() >= t.numbers) {
                 report.use = kColumnMoreTime;
                 roles[k].kind = ColumnRole::kInstant;
+                roles[k].clock = t.clocks > t.dates + t.dateTimes;
                 if (t.dates > t.clocks + t.dateTimes && dateColumn < 0)
                     dateColumn = static_cast<int>(k);
                 else if (t.clocks > t.dates + t.dateTimes && clockColumn < 0)
