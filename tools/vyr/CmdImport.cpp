@@ -1,7 +1,9 @@
 // vyr import: a text table (spreadsheet, logger, phone sensor app) made into a document.
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include <wx/filename.h>
 
@@ -72,6 +74,70 @@ wxString Reason(const VyrTableImport& import) {
     }
 }
 
+// A column as the summary names it: column 2 "U (V)".
+std::string ColumnName(const VyrTableImport& import, int column) {
+    const VyrTableImport::ColumnReport& r = import.GetColumnReports()[column];
+    wxString name = r.quantity;
+    if (!r.unit.empty())
+        name += " (" + r.unit + ")";
+    return "column " + std::to_string(column + 1) + " \"" + std::string(name.utf8_str()) + "\"";
+}
+
+// What became of every column: X and why, the curves and their invalid points, the columns
+// left out.
+void PrintColumns(const VyrTableImport& import) {
+    const std::vector<VyrTableImport::ColumnReport>& columns = import.GetColumnReports();
+    const int x = import.GetAbscissaColumn();
+    std::string why;
+    switch (import.GetAbscissaReason()) {
+        case VyrTableImport::kAbscissaFirstColumn:
+            why = "the first column";
+            break;
+        case VyrTableImport::kAbscissaFirstNumberColumn:
+            why = "the first column of numbers";
+            break;
+        case VyrTableImport::kAbscissaTime:
+            why = "clock times or dates, as seconds from the first";
+            break;
+        case VyrTableImport::kAbscissaDateAndTime:
+            why = "a date and a time of day, as seconds from the first";
+            break;
+        case VyrTableImport::kAbscissaRowNumber:
+            why = "one column of values: the row number";
+            break;
+    }
+    if (x < 0) {
+        std::printf("  X: n, %s\n", why.c_str());
+    } else {
+        std::string joined;
+        for (size_t k = 0; k < columns.size(); ++k)
+            if (columns[k].use == VyrTableImport::kColumnAbscissa && static_cast<int>(k) != x)
+                joined = " and " + ColumnName(import, static_cast<int>(k));
+        std::printf("  X: %s%s, %s", ColumnName(import, x).c_str(), joined.c_str(), why.c_str());
+        if (!import.GetStart().empty())
+            std::printf(" (start %s)", static_cast<const char*>(import.GetStart().utf8_str()));
+        std::printf(": %zu invalid point(s)\n", columns[x].holes);
+    }
+    for (size_t k = 0; k < columns.size(); ++k) {
+        const int column = static_cast<int>(k);
+        switch (columns[k].use) {
+            case VyrTableImport::kColumnCurve:
+                std::printf("  curve: %s: %zu invalid point(s)\n",
+                            ColumnName(import, column).c_str(), columns[k].holes);
+                break;
+            case VyrTableImport::kColumnText:
+                std::printf("  left out: %s, text\n", ColumnName(import, column).c_str());
+                break;
+            case VyrTableImport::kColumnMoreTime:
+                std::printf("  left out: %s, another date or time column\n",
+                            ColumnName(import, column).c_str());
+                break;
+            default:
+                break;
+        }
+    }
+}
+
 int Usage(const std::string& error) {
     Complain("import", wxString::FromUTF8(error.c_str()));
     return kExitUsage;
@@ -89,8 +155,8 @@ bool ReadCount(const std::string& text, int& count) {
 }  // namespace
 
 int RunImport(const Args& args) {
-    Arguments parsed(
-        {}, {"-o", "--output", "--separator", "--decimal", "--encoding", "--skip", "--header"});
+    Arguments parsed({}, {"-o", "--output", "--separator", "--decimal", "--encoding", "--skip",
+                          "--header", "--missing"});
     std::string error;
     if (!parsed.Parse(args, error))
         return Usage(error);
@@ -110,8 +176,6 @@ int RunImport(const Args& args) {
         const std::string text = parsed.Value("--decimal");
         if (text.size() != 1 || !import.SetDecimalMark(static_cast<wchar_t>(text[0])))
             return Usage("--decimal wants . or ,");
-        if (text == "," && parsed.Value("--separator") == ",")
-            return Usage("\",\" cannot be both the separator and the decimal mark");
     }
     if (parsed.Has("--encoding")) {
         const wxString text = wxString::FromUTF8(parsed.Value("--encoding").c_str()).Lower();
@@ -134,6 +198,15 @@ int RunImport(const Args& args) {
         if (!ReadCount(parsed.Value("--header"), count))
             return Usage("--header wants a number of lines");
         import.SetHeaderLines(count);
+    }
+
+    if (parsed.Has("--missing")) {
+        const std::string text = parsed.Value("--missing");
+        char* end = nullptr;
+        const double value = std::strtod(text.c_str(), &end);
+        if (text.empty() || *end != '\0' || !std::isfinite(value))
+            return Usage("--missing wants a number (such as -999)");
+        import.AddMissingValue(value);
     }
 
     const wxString input = wxString::FromUTF8(parsed.Operands()[0].c_str());
@@ -169,6 +242,7 @@ int RunImport(const Args& args) {
         static_cast<const char*>(target.utf8_str()), import.GetColumnCount(), import.GetRowCount(),
         import.GetInvalidCount(), EncodingName(import.GetUsedEncoding()), shown.c_str(),
         static_cast<char>(import.GetUsedDecimalMark()), import.GetHeaderLineCount());
+    PrintColumns(import);
     return kExitOk;
 }
 

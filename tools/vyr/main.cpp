@@ -55,13 +55,20 @@ const std::vector<Command>& AllCommands() {
          &RunConvert},
         {"import",
          "vyr import IN [-o OUT.vyr] [--separator C] [--decimal C] [--encoding E] [--skip N]\n"
-         "           [--header N]",
+         "           [--header N] [--missing NUMBER]",
          "Makes a document of a text table (CSV, a spreadsheet's, a logger's, a phone sensor\n"
-         "app's): the first column as X, one curve per further column, names and units from\n"
-         "the header (\"name (unit)\", \"name [unit]\", \"name/unit\"); empty cells and cells\n"
-         "that are no numbers become invalid points. Encoding, separator (tab, ;, , or blanks),\n"
-         "decimal mark and header lines are detected; each option sets one of them (--skip:\n"
-         "lines before the table). Without -o the output is IN with the extension .vyr.",
+         "app's, a weather service's): one column as X, one curve per further column of\n"
+         "numbers, names and units from the header (\"name (unit)\", \"name [unit]\",\n"
+         "\"name/unit\", or a line of units under the names). A column of clock times or dates\n"
+         "is X wherever it stands (a date and a time of day in two columns make one), as\n"
+         "seconds from the first row; the start is kept in the experiment's comment. Text\n"
+         "columns are left out; empty cells, NaN, n/a, M, - and cells that are no numbers\n"
+         "become invalid points; --missing -999 makes that number one too. Comment lines,\n"
+         "preambles and footers are skipped. Encoding, separator (tab, ;, , or blanks), decimal\n"
+         "mark and header lines are detected; each option sets one of them (--skip: lines\n"
+         "before the table; quoted cells may hold a decimal comma beside comma separators).\n"
+         "Without -o the output is IN with the extension .vyr. The summary says which column\n"
+         "is X and why, which were left out and how many invalid points each curve has.",
          &RunImport},
         {"demo", "vyr demo [DIR]",
          "Builds sample documents a science class would produce (oscillation, sound, spectrum,\n"
