@@ -268,7 +268,7 @@ class RefusalTest(ImportTestCase):
             ("empty.csv", b"", "empty"),
             ("blank.csv", b"\r\n  \n\t\n", "empty"),
             ("binary.csv", bytes(range(256)) * 8, "binary"),
-            ("words.csv", b"name;value\nfoo;bar\nbaz;qux\n", "no row begins with a number"),
+            ("words.csv", b"name;value\nfoo;bar\nbaz;qux\n", "no row of numbers"),
         )
         for name, data, fragment in cases:
             with self.subTest(name=name):
