@@ -128,6 +128,10 @@ bool VyrTableImport::SetDecimalMark(wchar_t mark) {
     return true;
 }
 
+void VyrTableImport::ReadHeading(const wxString& heading, wxString& quantity, wxString& unit) {
+    SplitHeading(heading, quantity, unit);
+}
+
 bool VyrTableImport::Refuse(Error error, size_t line) {
     m_eError = error;
     m_iErrorLine = line;

@@ -148,6 +148,12 @@ public:
     void AddMissingValue(double value) { m_adMissing.push_back(value); }
     void ClearMissingValues() { m_adMissing.clear(); }
 
+    // A heading read as the import reads the table's: "U (V)", "U [V]", "U/V" give quantity "U"
+    // and unit "V" (an uncertainty after the unit left out, a unit spelled out written as its
+    // symbol); a heading without unit gives an empty one. For the columns of tables that come
+    // by other ways (a data frame).
+    static void ReadHeading(const wxString& heading, wxString& quantity, wxString& unit);
+
     // ---- Importing --------------------------------------------------------------------------
     // The table of the file `path`; the experiment is named after the file (its name without
     // directory and extension).
