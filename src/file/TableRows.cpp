@@ -18,9 +18,16 @@ bool CellReading::Number(const Cell<char>& cell, double& value, bool* commaRead)
 
 CellSeen See(const Cell<char>& cell, const CellReading& reading) {
     CellSeen seen;
+    const NumberStyle& style = cell.quoted ? reading.quoted : reading.plain;
+    // The characters tell a number, unless its value is asked for: a sentinel, an exponent.
+    const NumberShape shape = cell.escaped ? kNotNumber : ShapeOfNumber(cell.content, style);
     double value;
-    if (!cell.escaped &&
-        ReadNumber(cell.content, cell.quoted ? reading.quoted : reading.plain, value)) {
+    if (shape == kNumberShape && reading.missing.empty()) {
+        seen.kind = kCellNumber;
+        seen.stamp = cell.content.size() >= 8 && ReadStamp(cell.content).kind != Instant::kNone;
+        return seen;
+    }
+    if (shape != kNotNumber && ReadNumber(cell.content, style, value)) {
         for (double sentinel : reading.missing)
             if (value == sentinel)
                 return seen;
@@ -163,8 +170,9 @@ void RowReader::Read(std::string_view line, size_t row, std::vector<TableColumn>
         return;
     }
     if (moment.kind == Instant::kClock) {
-        // A logger's clock that passes midnight starts the next day.
-        if (m_bClockSeen && moment.seconds < m_dLastClock)
+        // A logger's clock that passes midnight starts the next day: a time more than half a
+        // day before the previous one. A smaller step back stays a step back.
+        if (m_bClockSeen && moment.seconds < m_dLastClock - 43200.0)
             ++m_iClockDays;
         m_bClockSeen = true;
         m_dLastClock = moment.seconds;

@@ -112,7 +112,8 @@ private:
     bool m_bBase = false;
     int64_t m_iBaseDays = 0;
     double m_dBaseSeconds = 0.0;
-    // Clock times without a date: a time before the previous one is on the next day.
+    // Clock times without a date: a time more than half a day before the previous one is on
+    // the next day.
     bool m_bClockSeen = false;
     double m_dLastClock = 0.0;
     int64_t m_iClockDays = 0;

@@ -227,6 +227,28 @@ bool ReadNumber(std::string_view cell, const NumberStyle& style, double& value, 
     return true;
 }
 
+NumberShape ShapeOfNumber(std::string_view cell, const NumberStyle& style) {
+    const size_t n = cell.size();
+    size_t i = n > 0 && (cell[0] == '+' || cell[0] == '-') ? 1 : 0;
+    size_t digits = 0, marks = 0;
+    for (; i < n; ++i) {
+        const char c = cell[i];
+        if (c >= '0' && c <= '9') {
+            ++digits;
+        } else if ((c == '.' && style.point) || (c == ',' && style.comma)) {
+            if (++marks > 1)
+                return kNotNumber;
+        } else {
+            break;
+        }
+    }
+    if (digits == 0)
+        return kNotNumber;
+    if (i == n)
+        return kNumberShape;
+    return cell[i] == 'e' || cell[i] == 'E' ? kMaybeNumber : kNotNumber;
+}
+
 bool IsMissingMarker(std::string_view cell) {
     static const char* const kMarkers[] = {"",    "-", "--",   "---",  "nan",  "na",
                                            "n/a", "m", "null", "none", "#n/a", "?"};

@@ -21,6 +21,12 @@ struct NumberStyle {
 bool ReadNumber(std::string_view cell, const NumberStyle& style, double& value,
                 bool* commaRead = nullptr);
 
+// Whether a cell is a number as ReadNumber reads it, by its characters alone (a table's first
+// walk tells the columns apart without converting): kMaybe for a number with an exponent, whose
+// range only ReadNumber knows.
+enum NumberShape { kNotNumber, kNumberShape, kMaybeNumber };
+NumberShape ShapeOfNumber(std::string_view cell, const NumberStyle& style);
+
 // A marker of a missing value: nothing, or a lone "-", "NaN", "NA", "n/a", "M", "null",
 // "none", "---" (any case). Such a cell is a hole, not a text.
 bool IsMissingMarker(std::string_view cell);

@@ -26,6 +26,12 @@ TEST(TableValues, ClockTimesBecomeSecondsFromTheFirstAcrossMidnight) {
     EXPECT_EQ(import.GetAbscissaReason(), VyrTableImport::kAbscissaTime);
 }
 
+TEST(TableValues, ClockStepBackOfLessThanHalfADayIsNoNewDay) {
+    VyrBaseData doc(nullptr);
+    ASSERT_TRUE(Import(doc, "time;v\n10:00:05;1\n10:00:04;2\n22:00:00;3\n09:00:00;4\n"));
+    ExpectValues(Columns(doc)[0].values, {0, -1, 43195, 82795});
+}
+
 TEST(TableValues, IsoDateTimesWithFractionsCrossTheDay) {
     VyrBaseData doc(nullptr);
     VyrTableImport import;

@@ -37,8 +37,8 @@
 // "01.04.2026 00:00:30", "2026/04/01", "01/04/2026", day first unless a cell proves otherwise)
 // is the abscissa wherever it stands; a column of dates beside one of clock times make one
 // instant; a column of "yyyyMMddHHmm" stamps is a date too when its heading names one ("Date",
-// "Datum", "Time", "Zeit"). Moments become seconds from the first row's (unit "s"; clock times
-// that go back pass midnight), and the first moment as written is kept in the experiment's
+// "Datum", "Time", "Zeit"). Moments become seconds from the first row's (unit "s"; a clock
+// time more than half a day before the previous one has passed midnight), and the first moment as written is kept in the experiment's
 // comment ("start: ..."). Further date or time columns are left out. Without a moment the
 // abscissa is the first column of numbers; a table of one column of numbers is plotted against
 // the row number, 0, 1, 2... (quantity "n").
@@ -171,8 +171,9 @@ public:
     Encoding GetUsedEncoding() const { return m_eUsedEncoding; }
     wchar_t GetUsedSeparator() const { return m_cUsedSeparator; }
     wchar_t GetUsedDecimalMark() const { return m_cUsedDecimalMark; }
-    // Header lines (with content) before the rows, rows, columns (the first included) and
-    // invalid cells of the columns kept.
+    // Header lines (with content, comments and a preamble counted) before the rows, rows,
+    // columns of the table (those left out included) and invalid cells of the columns kept
+    // (the abscissa's counted once).
     int GetHeaderLineCount() const { return m_iHeaderCount; }
     size_t GetRowCount() const { return m_iRows; }
     int GetColumnCount() const { return m_iColumns; }
