@@ -276,9 +276,11 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
                 since.push_back(place);
                 if (since.size() > kHeaderLinesKept)
                     since.erase(since.begin());
-                // A heading after lines none of which began with a number: they were a
-                // preamble ("Rate;100", "Start;2026-04-01").
-                preamble = preamble || (!headerSet && !firm && shape.heading && shape.width >= 2);
+                // A heading after lines none of which began with a number, or all narrower
+                // than it: they were a preamble ("Rate;100", "Start;2026-04-01", a title that
+                // is a date).
+                preamble = preamble || (!headerSet && shape.heading && shape.width >= 2 &&
+                                        (!firm || columns < shape.width));
                 continue;
             }
             if (preamble) {
@@ -289,7 +291,7 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
                 rowsStart = here;
                 rows = pending = columns = pendingWidth = 0;
                 linesSinceStart = 1;
-                preamble = false;
+                preamble = firm = false;
             }
             since.clear();
             rows += pending + 1;

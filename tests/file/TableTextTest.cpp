@@ -66,3 +66,21 @@ TEST(TableText, QuotedDecimalCommasAreNumbersBesideCommaSeparators) {
     ASSERT_TRUE(Import(doc, "\"t\",\"U\"\n\"0\",\"1,5\"\n\"1\",\"2\"\n", point));
     ExpectColumn(Columns(doc)[1], L"U", L"", {NAN, 2});
 }
+
+TEST(TableText, TitleThatIsADateAndKeyValuePreambleBeforeTheHeading) {
+    VyrBaseData doc(nullptr);
+    VyrTableImport import;
+    ASSERT_TRUE(Import(doc,
+                       "2026-04-01\n\nInterval;0.5\n1;first run\n"
+                       "t (s);U (V);I (mA)\n0;1;10\n0.5;2;20\n",
+                       import));
+    const std::vector<ColumnSeen> c = Columns(doc);
+    ASSERT_EQ(c.size(), 3u);
+    ExpectColumn(c[0], L"t", L"s", {0, 0.5});
+    ExpectColumn(c[1], L"U", L"V", {1, 2});
+    ExpectColumn(c[2], L"I", L"mA", {10, 20});
+    EXPECT_EQ(import.GetHeaderLineCount(), 4);
+    // A heading repeated between rows as wide as it is a row of holes, not a new start.
+    ASSERT_TRUE(Import(doc, "t;U\n0;1\n1;2\nt;U\n2;3\n", import));
+    ExpectColumn(Columns(doc)[1], L"U", L"", {1, 2, NAN, 3});
+}

@@ -18,9 +18,10 @@
 // - decimal mark: a point always; a comma too unless the separator is "," and the cell is not
 //   quoted (a quoted cell's comma is a decimal mark unless the mark is set to ".");
 // - rows: the lines of which more cells are numbers, clock times or dates than text. The rows
-//   begin with the first of them; lines before are the header. Lines with content that come
-//   before the first row whose first cell is a number or a moment, and that are followed by a
-//   heading of two cells or more, are a preamble ("Rate;100") and belong to the header too.
+//   begin with the first of them; lines before are the header. Lines followed by a heading of
+//   two cells or more (no number nor moment in it) are a preamble ("Rate;100", a title that is
+//   a date) and belong to the header too, when none of them began with a number or a moment
+//   or all are narrower than the heading.
 //   Lines after the last row (a footer), comment lines ("#" first) anywhere and blank lines are
 //   no rows; any other line between rows is a row;
 // - the names: the last header line of at least two cells (half of the table's columns; one
@@ -38,10 +39,10 @@
 // is the abscissa wherever it stands; a column of dates beside one of clock times make one
 // instant; a column of "yyyyMMddHHmm" stamps is a date too when its heading names one ("Date",
 // "Datum", "Time", "Zeit"). Moments become seconds from the first row's (unit "s"; a clock
-// time more than half a day before the previous one has passed midnight), and the first moment as written is kept in the experiment's
-// comment ("start: ..."). Further date or time columns are left out. Without a moment the
-// abscissa is the first column of numbers; a table of one column of numbers is plotted against
-// the row number, 0, 1, 2... (quantity "n").
+// time more than half a day before the previous one has passed midnight), and the first moment as
+// written is kept in the experiment's comment ("start: ..."). Further date or time columns are left
+// out. Without a moment the abscissa is the first column of numbers; a table of one column of
+// numbers is plotted against the row number, 0, 1, 2... (quantity "n").
 //
 // Cells: a cell that is empty, a marker of a missing value ("NaN", "n/a", "M", "-"), a number
 // set with AddMissingValue, or not a number as a whole ("---", text, "12 V") is an invalid
