@@ -1,13 +1,15 @@
 // The table import on any bytes, with every separator and decimal setting in turn (the input's
 // length picks one, so that each input is also read as a user forcing a setting would read it).
 // A refused table leaves the document as it was and tells nobody; an imported one is one
-// experiment whose curves all have the table's rows, one X column shared, the invalid cells
-// counted, and it reads back from the document file as it was built.
+// experiment whose curves all have the table's rows, one X column shared, one curve for each
+// column reported as one, the invalid cells counted column by column, and it reads back from
+// the document file as it was built.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "FuzzSupport.h"
 #include "file/VyrNumberText.h"
@@ -36,11 +38,14 @@ struct Setting {
     wchar_t decimal;
     int skip;
     int header;
+    bool sentinel;  // -999 marks a missing value
 };
 
 const Setting kSettings[] = {
-    {0, 0, 0, -1},    {L';', 0, 0, -1}, {L',', 0, 0, -1}, {L'\t', 0, 0, -1},  {L' ', 0, 0, -1},
-    {0, L',', 0, -1}, {0, L'.', 1, -1}, {0, 0, 0, 0},     {L';', L',', 0, 2},
+    {0, 0, 0, -1, false},     {L';', 0, 0, -1, false},    {L',', 0, 0, -1, false},
+    {L'\t', 0, 0, -1, false}, {L' ', 0, 0, -1, false},    {0, L',', 0, -1, false},
+    {0, L'.', 1, -1, false},  {0, 0, 0, 0, false},        {L';', L',', 0, 2, false},
+    {0, 0, 0, -1, true},      {L',', L',', 0, -1, false},
 };
 
 // A number as the document file gives it back ("%g").
@@ -70,6 +75,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                    "the settings are accepted");
     import.SetSkipLines(s.skip);
     import.SetHeaderLines(s.header);
+    if (s.sentinel)
+        import.AddMissingValue(-999);
     const bool ok = import.ImportMemory(doc, data, size, L"fuzz");
     vyrfuzz::Check(counter.created == 0, "an import sends no creations, as a load");
     if (!ok) {
@@ -94,8 +101,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     VyrExperience* e = doc.GetNextExperience(&node);
     vyrfuzz::Check(node == nullptr && e->GetEntityName() == L"fuzz",
                    "one experiment, named as asked");
-    vyrfuzz::Check(static_cast<int>(e->GetNbCourbe()) == (columns == 1 ? 1 : columns - 1),
-                   "one curve per column after the first");
+    const std::vector<VyrTableImport::ColumnReport>& reports = import.GetColumnReports();
+    vyrfuzz::Check(static_cast<int>(reports.size()) == columns, "every column is reported");
+    const int x = import.GetAbscissaColumn();
+    vyrfuzz::Check(x >= -1 && x < columns, "the abscissa is a column or the row number");
+    vyrfuzz::Check(x < 0 || reports[x].use == VyrTableImport::kColumnAbscissa,
+                   "the abscissa's column says so");
+    size_t curves = 0, holes = x >= 0 ? reports[x].holes : 0;
+    for (const VyrTableImport::ColumnReport& r : reports)
+        if (r.use == VyrTableImport::kColumnCurve) {
+            ++curves;
+            holes += r.holes;
+        }
+    vyrfuzz::Check(static_cast<size_t>(e->GetNbCourbe()) == curves,
+                   "one curve per column of numbers");
+    vyrfuzz::Check(holes == import.GetInvalidCount(), "the holes of the columns add up");
     VyrVecteur* x0 = nullptr;
     size_t invalid = 0;
     for (wxVyrListCourbeNode* c = e->GetCourbes().GetFirst(); c; c = c->GetNext()) {

@@ -288,6 +288,10 @@ void BindExperimentAndCurve(py::module_& m) {
         .def_property_readonly(
             "name", [](const ExperimentRef& r) { return ToPython(r.experience->GetEntityName()); })
         .def_property_readonly(
+            "comment",
+            [](const ExperimentRef& r) { return ToPython(r.experience->GetCommentaire()); },
+            "The experiment's comment (an imported table's keeps the start of its time base).")
+        .def_property_readonly(
             "curves",
             [](const ExperimentRef& r) {
                 py::list out;

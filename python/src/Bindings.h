@@ -32,5 +32,7 @@ wxString FromPython(const std::string& text);
 void BindDocument(pybind11::module_& module);
 // vyrbase.Experiment and vyrbase.Curve.
 void BindExperimentAndCurve(pybind11::module_& module);
+// vyrbase.import_table and vyrbase.from_pandas.
+void BindTable(pybind11::module_& module);
 
 #endif

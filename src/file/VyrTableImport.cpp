@@ -1,22 +1,21 @@
 // Importing a text table into a document. The bytes are read in place, twice: a first walk
-// finds the header, the columns and the number of rows without converting a number, so that
-// a refused table leaves the document untouched and the vectors get exactly their size; a
-// second walk converts every cell straight into the vectors' storage. Only the line that names
-// the columns is decoded into wide text: a table of millions of rows is never held as wide
-// characters, and UTF-16 lines are narrowed one at a time for reading their numbers.
+// finds the header, the rows and what each column holds without keeping a number, so that a
+// refused table leaves the document untouched and the vectors get exactly their size; a second
+// walk converts every cell straight into the vectors' storage. Only the header lines are
+// decoded into wide text: a table of millions of rows is never held as wide characters, and
+// UTF-16 lines are narrowed one at a time for reading their numbers. The text and its cells
+// (TableText), headings and units (TableHeadings), numbers and moments (TableValues) and the
+// rows (TableRows) each have a file of their own; this one decides and builds.
 #include "vyrbase/file/VyrTableImport.h"
 
 #include <algorithm>
-#include <charconv>
 #include <climits>
-#include <cstring>
 #include <map>
 #include <memory>
-#include <set>
 #include <new>
+#include <set>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include <wx/file.h>
@@ -25,429 +24,76 @@
 #include <wx/intl.h>
 #include <wx/log.h>
 
+#include "TableHeadings.h"
+#include "TableRows.h"
+#include "TableText.h"
+#include "TableValues.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/core/VyrEntity.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrVecteur.h"
 
+using namespace vyrtable;
+
 namespace {
 
-// Runs of blanks, as a separator.
-const wchar_t kBlanks = L' ';
-
-// The text after its mark: units of one byte, or of two in either byte order.
-struct Units {
-    const unsigned char* bytes = nullptr;
-    size_t count = 0;
-    bool wide = false;
-    bool bigEndian = false;
-
-    unsigned At(size_t i) const {
-        if (!wide)
-            return bytes[i];
-        const unsigned a = bytes[2 * i], b = bytes[2 * i + 1];
-        return bigEndian ? (a << 8 | b) : (b << 8 | a);
-    }
+// A line before the rows, kept by its place in the text.
+struct HeaderLine {
+    size_t begin = 0, end = 0;
+    size_t width = 0;
 };
+// Only the last header lines can name the columns.
+const size_t kHeaderLinesKept = 16;
 
-// Where a walk over the lines stands: the next unit and the number of lines read so far.
-struct LineMark {
-    size_t position = 0;
-    size_t number = 0;
-};
-
-// The lines of the text (ended by CRLF, LF or CR), each seen as narrow characters: the bytes
-// themselves for one-byte units; for UTF-16 a copy in which a unit above ASCII becomes 0x80,
-// which is neither a separator nor part of a number.
-class Lines {
-public:
-    explicit Lines(const Units& text) : m_text(text) {}
-
-    // The next line, without its end. False at the end of the text, and in front of a line
-    // above the limit (TooLong).
-    bool Next(std::string_view& line) {
-        if (m_mark.position >= m_text.count || m_tooLong)
-            return false;
-        const size_t begin = m_mark.position;
-        const size_t limit = std::min(m_text.count, begin + VyrTableImport::kMaxLineUnits + 1);
-        size_t end = begin;
-        if (!m_text.wide) {
-            const char* chars = reinterpret_cast<const char*>(m_text.bytes);
-            while (end < limit && chars[end] != '\n' && chars[end] != '\r')
-                ++end;
-        } else {
-            while (end < limit && m_text.At(end) != '\n' && m_text.At(end) != '\r')
-                ++end;
-        }
-        ++m_mark.number;
-        if (end - begin > VyrTableImport::kMaxLineUnits) {
-            m_tooLong = true;
-            return false;
-        }
-        m_begin = begin;
-        m_end = end;
-        m_mark.position = end;
-        if (end < m_text.count) {
-            const unsigned c = m_text.At(end);
-            ++m_mark.position;
-            if (c == '\r' && m_mark.position < m_text.count && m_text.At(m_mark.position) == '\n')
-                ++m_mark.position;
-        }
-        if (!m_text.wide) {
-            line =
-                std::string_view(reinterpret_cast<const char*>(m_text.bytes) + begin, end - begin);
-        } else {
-            m_narrow.resize(end - begin);
-            for (size_t i = begin; i < end; ++i) {
-                const unsigned c = m_text.At(i);
-                m_narrow[i - begin] = c < 0x80 ? static_cast<char>(c) : '\x80';
-            }
-            line = m_narrow;
-        }
-        return true;
-    }
-
-    LineMark Mark() const { return m_mark; }
-    void Seek(const LineMark& mark) {
-        m_mark = mark;
-        m_tooLong = false;
-    }
-    // The number (from 1) of the line last read, or refused as too long.
-    size_t Number() const { return m_mark.number; }
-    bool TooLong() const { return m_tooLong; }
-    // The units of the line last read.
-    size_t Begin() const { return m_begin; }
-    size_t End() const { return m_end; }
-
-private:
-    const Units& m_text;
-    LineMark m_mark;
-    bool m_tooLong = false;
-    size_t m_begin = 0;
-    size_t m_end = 0;
-    std::string m_narrow;
-};
-
-// One cell of a line: its content without the blanks around it, or the text between the quotes
-// of a quoted cell (`escaped` when that holds doubled quotes).
-template <class Char>
-struct Cell {
-    std::basic_string_view<Char> content;
-    bool quoted = false;
-    bool escaped = false;
-};
-
-// Cuts a line into cells and hands each to `take`; answers the number of cells. With runs of
-// blanks as separator, blanks at either end of the line make no cell; with any other separator
-// a line ending in the separator ends with an empty cell. Anything between a closing quote and
-// the next separator is dropped; a quote left open ends with the line.
-template <class Char, class Take>
-size_t SplitCells(std::basic_string_view<Char> line, wchar_t separator, Take take) {
-    const size_t n = line.size();
-    const bool blanks = separator == kBlanks;
-    auto isBlank = [separator](Char c) {
-        return c == Char(' ') || (c == Char('\t') && separator != L'\t');
-    };
-    auto isSeparator = [&](Char c) {
-        return blanks ? isBlank(c) : static_cast<wchar_t>(c) == separator;
-    };
-    size_t i = 0;
-    if (blanks) {
-        while (i < n && isBlank(line[i]))
-            ++i;
-        if (i == n)
-            return 0;
-    }
-    size_t cells = 0;
-    for (;;) {
-        while (i < n && isBlank(line[i]) && !isSeparator(line[i]))
-            ++i;
-        Cell<Char> cell;
-        if (i < n && line[i] == Char('"')) {
-            cell.quoted = true;
-            const size_t start = ++i;
-            while (i < n) {
-                if (line[i] == Char('"')) {
-                    if (i + 1 < n && line[i + 1] == Char('"')) {
-                        cell.escaped = true;
-                        i += 2;
-                        continue;
-                    }
-                    break;
-                }
-                ++i;
-            }
-            cell.content = line.substr(start, i - start);
-            while (i < n && !isSeparator(line[i]))
-                ++i;
-        } else {
-            const size_t start = i;
-            while (i < n && !isSeparator(line[i]))
-                ++i;
-            size_t end = i;
-            while (end > start && isBlank(line[end - 1]))
-                --end;
-            cell.content = line.substr(start, end - start);
-        }
-        ++cells;
-        take(cell);
-        if (i >= n)
-            break;
-        if (blanks) {
-            while (i < n && isBlank(line[i]))
-                ++i;
-            if (i == n)
-                break;
-        } else {
-            ++i;
-        }
-    }
-    return cells;
+void KeepHeaderLine(std::vector<HeaderLine>& header, const HeaderLine& line) {
+    if (header.size() == kHeaderLinesKept)
+        header.erase(header.begin());
+    header.push_back(line);
 }
 
-// How numbers are written in the table.
-struct NumberStyle {
-    bool point = true;  // "." is a decimal mark
-    bool comma = true;  // "," is a decimal mark
-};
-
-// A cell read as a number: the whole cell must be one (an optional sign, digits with at most
-// one decimal mark, an optional exponent). "NaN", infinities, hexadecimal forms, numbers out of
-// the range of a double and anything followed by text are not numbers. `commaRead` is set when
-// a comma was read as the decimal mark.
-bool ReadNumber(std::string_view cell, const NumberStyle& style, double& value,
-                bool* commaRead = nullptr) {
-    if (cell.empty())
-        return false;
-    size_t at = cell[0] == '+' || cell[0] == '-' ? 1 : 0;
-    if (at >= cell.size())
-        return false;
-    const char lead = cell[at];
-    if (!((lead >= '0' && lead <= '9') || (lead == '.' && style.point) ||
-          (lead == ',' && style.comma)))
-        return false;
-    // from_chars takes a leading "-" but no "+".
-    if (cell[0] == '+')
-        cell.remove_prefix(1);
-    const bool hasComma = style.comma && cell.find(',') != std::string_view::npos;
-    if (!style.point && cell.find('.') != std::string_view::npos)
-        return false;
-    std::string copy;
-    char small[96];
-    const char* first = cell.data();
-    const char* last = first + cell.size();
-    if (hasComma) {
-        char* out = small;
-        if (cell.size() > sizeof small) {
-            copy.assign(cell);
-            out = &copy[0];
-        }
-        for (size_t k = 0; k < cell.size(); ++k)
-            out[k] = cell[k] == ',' ? '.' : cell[k];
-        first = out;
-        last = out + cell.size();
-    }
-    const std::from_chars_result result = std::from_chars(first, last, value);
-    if (result.ec != std::errc() || result.ptr != last)
-        return false;
-    if (hasComma && commaRead)
-        *commaRead = true;
-    return true;
-}
-
-// True when the bytes are valid UTF-8: no stray continuation byte, no overlong form, no
-// surrogate, nothing above U+10FFFF.
-bool IsValidUtf8(const unsigned char* s, size_t n) {
-    size_t i = 0;
-    while (i < n) {
-        const unsigned c = s[i];
-        if (c < 0x80) {
-            ++i;
-            continue;
-        }
-        size_t extra;
-        unsigned code;
-        if (c >= 0xC2 && c <= 0xDF) {
-            extra = 1;
-            code = c & 0x1F;
-        } else if (c >= 0xE0 && c <= 0xEF) {
-            extra = 2;
-            code = c & 0x0F;
-        } else if (c >= 0xF0 && c <= 0xF4) {
-            extra = 3;
-            code = c & 0x07;
-        } else {
-            return false;
-        }
-        if (n - i <= extra)
-            return false;
-        for (size_t k = 1; k <= extra; ++k) {
-            if ((s[i + k] & 0xC0) != 0x80)
-                return false;
-            code = code << 6 | (s[i + k] & 0x3F);
-        }
-        if ((extra == 2 && (code < 0x800 || (code >= 0xD800 && code <= 0xDFFF))) ||
-            (extra == 3 && (code < 0x10000 || code > 0x10FFFF)))
-            return false;
-        i += extra + 1;
-    }
-    return true;
-}
-
-// The units of [begin, end) decoded into wide text.
-wxString Decode(const Units& text, VyrTableImport::Encoding encoding, size_t begin, size_t end) {
-    if (encoding == VyrTableImport::kEncodingUtf8)
-        return wxString::FromUTF8(reinterpret_cast<const char*>(text.bytes) + begin, end - begin);
-    wxString out;
-    out.reserve(end - begin);
-    for (size_t i = begin; i < end; ++i) {
-        unsigned c = text.At(i);
-        if (text.wide && c >= 0xD800 && c <= 0xDBFF && i + 1 < end) {
-            const unsigned low = text.At(i + 1);
-            if (low >= 0xDC00 && low <= 0xDFFF) {
-                c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
-                ++i;
-            }
-        }
-        out.append(1, static_cast<wchar_t>(c));
-    }
-    return out;
-}
-
-bool IsBlankText(const wxString& s) {
-    return s.find_first_not_of(L" \t") == wxString::npos;
-}
-
-// A column heading as quantity and unit: "name (unit)", "name [unit]" (the last bracketed part,
-// brackets nested within it allowed), "name/unit" (at the first "/"), else the name alone. A
-// heading that is wholly bracketed ("[U1]") is a name: the document writes quantity names so.
-void SplitHeading(wxString heading, wxString& name, wxString& unit) {
-    heading.Trim(true).Trim(false);
-    name = heading;
-    unit.clear();
-    if (heading.empty())
-        return;
-    const wxUniChar close = heading.Last();
-    if (close == L')' || close == L']') {
-        const wchar_t open = close == L')' ? L'(' : L'[';
-        int depth = 0;
-        for (size_t k = heading.length(); k-- > 0;) {
-            const wxUniChar c = heading[k];
-            if (c == close)
-                ++depth;
-            else if (c == open && --depth == 0) {
-                if (k == 0)
-                    return;
-                unit = heading.Mid(k + 1, heading.length() - k - 2);
-                unit.Trim(true).Trim(false);
-                name = heading.Left(k);
-                name.Trim(true);
-                // "v / (m/s)": the stroke before a bracketed unit belongs to neither.
-                if (name.EndsWith(L"/")) {
-                    name.RemoveLast();
-                    name.Trim(true);
-                }
-                return;
-            }
-        }
-        return;
-    }
-    const size_t stroke = heading.find(L'/');
-    if (stroke != wxString::npos && stroke > 0) {
-        name = heading.Left(stroke);
-        name.Trim(true);
-        unit = heading.Mid(stroke + 1);
-        unit.Trim(false);
-    }
-}
-
-// The cells of the line that names the columns, as texts, control characters made blanks. With
-// runs of blanks as separator, a bracketed unit standing apart ("t (s)") joins the name before
-// it (not another unit: "(s) (V)" is a line of units).
-std::vector<wxString> HeadingCells(const wxString& line, wchar_t separator) {
-    std::vector<wxString> cells;
-    const std::wstring_view view(line.wc_str(), line.length());
-    SplitCells(view, separator, [&](const Cell<wchar_t>& cell) {
-        wxString text(cell.content.data(), cell.content.size());
-        if (cell.escaped)
-            text.Replace(L"\"\"", L"\"");
-        // A control character (a tab inside quotes) is no part of a name: a blank.
-        for (wxString::iterator c = text.begin(); c != text.end(); ++c)
-            if (*c < 0x20)
-                *c = L' ';
-        auto opens = [](const wxString& t) { return !t.empty() && (t[0] == L'(' || t[0] == L'['); };
-        if (separator == kBlanks && !cell.quoted && !cells.empty() && opens(text) &&
-            !opens(cells.back())) {
-            cells.back() += L" " + text;
-            return;
-        }
-        cells.push_back(text);
-    });
-    return cells;
-}
-
-// Whether the cells of a header line are units only: every cell empty or wholly in
-// parentheses or brackets, and one at least not empty (whose blanks HeadingCells trimmed).
-bool IsUnitsLine(std::vector<wxString>& cells) {
-    bool any = false;
-    for (wxString& cell : cells) {
-        cell.Trim(true).Trim(false);
-        if (cell.empty())
-            continue;
-        const bool bracketed = cell.length() >= 2 && ((cell[0] == L'(' && cell.Last() == L')') ||
-                                                      (cell[0] == L'[' && cell.Last() == L']'));
-        if (!bracketed)
-            return false;
-        any = true;
-    }
-    return any;
-}
-
-// Guesses the separator from the first lines with content: the first of tab, ";", "," and runs
-// of blanks that splits more than half of the later half of them into several cells (the first
-// lines are often a title or settings of the instrument). 0 when none does.
-wchar_t GuessSeparator(const std::vector<std::string>& sample, bool commaIsMark) {
-    const size_t from = sample.size() / 2;
-    const size_t lines = sample.size() - from;
-    for (wchar_t candidate : {L'\t', L';', L',', kBlanks}) {
-        if (candidate == L',' && commaIsMark)
-            continue;
-        size_t split = 0;
-        for (size_t k = from; k < sample.size(); ++k)
-            if (SplitCells(std::string_view(sample[k]), candidate, [](const Cell<char>&) {}) > 1)
-                ++split;
-        if (lines > 0 && 2 * split > lines)
-            return candidate;
-    }
-    return 0;
-}
-
-// What the first walk finds in one line.
+// What the first walk finds in one line: its cells as seen, the number of cells up to the last
+// with content, whether it is a row (more numbers and moments than text), whether its first
+// cell is a number or a moment, and whether it could be a heading.
 struct LineShape {
-    size_t cells = 0;
-    size_t width = 0;  // up to the last cell with content
-    bool numberFirst = false;
+    std::vector<CellSeen> cells;
+    size_t width = 0;
+    bool row = false;
+    bool firm = false;
+    bool heading = false;  // no number nor moment in it
 };
 
-LineShape ShapeOf(std::string_view line, wchar_t separator, const NumberStyle& style) {
-    LineShape shape;
+void ShapeOf(std::string_view line, wchar_t separator, const CellReading& reading,
+             LineShape& shape) {
+    shape.cells.clear();
+    shape.width = 0;
+    size_t values = 0, texts = 0;
     SplitCells(line, separator, [&](const Cell<char>& cell) {
-        ++shape.cells;
+        shape.cells.push_back(See(cell, reading));
+        const CellSeen& seen = shape.cells.back();
         if (!cell.content.empty())
-            shape.width = shape.cells;
-        double value;
-        if (shape.cells == 1)
-            shape.numberFirst = !cell.escaped && ReadNumber(cell.content, style, value);
+            shape.width = shape.cells.size();
+        values += seen.kind == kCellNumber || seen.kind == kCellInstant;
+        texts += seen.kind == kCellText;
     });
-    return shape;
+    shape.row = values > 0 && values >= texts;
+    shape.heading = values == 0;
+    shape.firm = !shape.cells.empty() &&
+                 (shape.cells[0].kind == kCellNumber || shape.cells[0].kind == kCellInstant);
 }
 
-// Whether a line has a cell with content (the first walk's test, ShapeOf's width, without
-// cutting the line when it holds no quote: every other character then lands in a cell).
-bool HasContent(std::string_view line, wchar_t separator, const NumberStyle& style) {
-    if (line.find('"') != std::string_view::npos)
-        return ShapeOf(line, separator, style).width > 0;
+// Whether a line has a cell with content (the first walk's width, without cutting the line
+// when it holds no quote: every other character then lands in a cell).
+bool HasContent(std::string_view line, wchar_t separator) {
+    if (line.find('"') != std::string_view::npos) {
+        size_t width = 0, cells = 0;
+        SplitCells(line, separator, [&](const Cell<char>& cell) {
+            ++cells;
+            if (!cell.content.empty())
+                width = cells;
+        });
+        return width > 0;
+    }
     for (char c : line)
         if (c != ' ' && c != '\t' && static_cast<wchar_t>(c) != separator)
             return true;
@@ -462,40 +108,6 @@ const wxColour& CurveColour(size_t k) {
     };
     return kColours[k % (sizeof kColours / sizeof kColours[0])];
 }
-
-// One column while the rows are read: where its numbers go, the last number seen (which
-// invalid points hold), how many invalid points precede its first number, and the range of
-// its numbers.
-struct Column {
-    double* values = nullptr;
-    VyrBitMask* validity = nullptr;
-    bool seen = false;
-    double last = 0.0;
-    size_t leading = 0;
-    double lo = 0.0, hi = 0.0;
-
-    void Put(size_t row, bool ok, double value) {
-        if (ok) {
-            if (!seen) {
-                seen = true;
-                lo = hi = value;
-            }
-            lo = std::min(lo, value);
-            hi = std::max(hi, value);
-            last = value;
-        } else {
-            if (!seen)
-                ++leading;
-            validity->Unset(static_cast<int>(row));
-        }
-        values[row] = ok ? value : last;
-    }
-    // Invalid points before the first number take that number.
-    void Finish() {
-        const double first = seen ? values[leading] : 0.0;
-        std::fill(values, values + leading, first);
-    }
-};
 
 }  // namespace
 
@@ -514,6 +126,10 @@ bool VyrTableImport::SetDecimalMark(wchar_t mark) {
         return false;
     m_cDecimalMark = mark;
     return true;
+}
+
+void VyrTableImport::ReadHeading(const wxString& heading, wxString& quantity, wxString& unit) {
+    SplitHeading(heading, quantity, unit);
 }
 
 bool VyrTableImport::Refuse(Error error, size_t line) {
@@ -573,59 +189,27 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
     m_iRows = 0;
     m_iColumns = 0;
     m_iInvalid = 0;
+    m_aColumns.clear();
+    m_iAbscissa = 0;
+    m_eAbscissaReason = kAbscissaFirstColumn;
+    m_sStart.clear();
 
-    // ---- Encoding: the mark, or a setting, or the bytes themselves -------------------------
     Units text;
-    Encoding encoding = m_eEncoding;
-    size_t skip = 0;
-    const bool markLE = length >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE;
-    const bool markBE = length >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF;
-    const bool markUtf8 = length >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF;
-    if (encoding == kEncodingAuto)
-        encoding = markLE ? kEncodingUtf16LE : markBE ? kEncodingUtf16BE : kEncodingUtf8;
-    if (encoding == kEncodingUtf16)
-        encoding = markBE ? kEncodingUtf16BE : kEncodingUtf16LE;
-    if ((encoding == kEncodingUtf16LE && markLE) || (encoding == kEncodingUtf16BE && markBE))
-        skip = 2;
-    if (encoding == kEncodingUtf8 && markUtf8)
-        skip = 3;
-    text.bytes = bytes + skip;
-    text.wide = encoding == kEncodingUtf16LE || encoding == kEncodingUtf16BE;
-    text.bigEndian = encoding == kEncodingUtf16BE;
-    text.count = text.wide ? (length - skip) / 2 : length - skip;
-    if (!text.wide) {
-        if (std::memchr(text.bytes, 0, text.count))
-            return Refuse(kErrorBinary);
-        if (encoding == kEncodingUtf8 && !IsValidUtf8(text.bytes, text.count)) {
-            if (m_eEncoding != kEncodingAuto)
-                return Refuse(kErrorEncoding);
-            encoding = kEncodingIso8859_1;
-        }
-    } else {
-        for (size_t i = 0; i < text.count; ++i)
-            if (text.At(i) == 0)
-                return Refuse(kErrorBinary);
-    }
+    Encoding encoding = kEncodingAuto;
+    const Error opened = OpenText(bytes, length, m_eEncoding, text, encoding);
+    if (opened != kErrorNone)
+        return Refuse(opened);
     m_eUsedEncoding = encoding;
-    {
-        size_t i = 0;
-        while (i < text.count) {
-            const unsigned c = text.At(i);
-            if (c != ' ' && c != '\t' && c != '\r' && c != '\n')
-                break;
-            ++i;
-        }
-        if (i == text.count)
-            return Refuse(kErrorEmpty);
-    }
 
-    NumberStyle style;
+    CellReading reading;
+    reading.plain.point = m_cDecimalMark != L',';
+    reading.plain.comma = m_cDecimalMark != L'.';
+    reading.quoted = reading.plain;
+    reading.missing = m_adMissing;
     bool touched = false;
-    style.point = m_cDecimalMark != L',';
-    style.comma = m_cDecimalMark != L'.';
 
     try {
-        // ---- First walk: separator, header, columns, rows ----------------------------------
+        // ---- First walk: separator, header, rows, what each column holds -------------------
         Lines lines(text);
         std::string_view line;
         for (int k = 0; k < m_iSkipLines && lines.Next(line); ++k) {
@@ -638,7 +222,7 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
         if (separator == 0) {
             std::vector<std::string> sample;
             while (static_cast<int>(sample.size()) < kSampleLines && lines.Next(line))
-                if (line.find_first_not_of(" \t") != std::string_view::npos)
+                if (line.find_first_not_of(" \t") != std::string_view::npos && !IsCommentLine(line))
                     sample.emplace_back(line);
             if (lines.TooLong())
                 return Refuse(kErrorLineTooLong, lines.Number());
@@ -648,90 +232,226 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
             lines.Seek(tableStart);
         }
         m_cUsedSeparator = separator;
-        // A comma that separates cells is no decimal mark.
+        // A comma that separates cells is no decimal mark, unless quotes hold it.
         if (separator == L',')
-            style.comma = false;
+            reading.plain.comma = false;
 
-        bool started = false;
-        // The last two header lines: the names, or the names and then their units.
-        int named = 0;
-        size_t namesBegin[2] = {0, 0}, namesEnd[2] = {0, 0}, namesWidth[2] = {0, 0};
-        LineMark rowsStart;
-        size_t columns = 0;
-        size_t rows = 0;
-        bool numeric = false;
-        LineMark before = lines.Mark();
+        const bool headerSet = m_iHeaderLines >= 0;
+        std::vector<HeaderLine> header;
+        // Non-row lines since the last row: a footer, rows of holes, or (before the first
+        // firm row) the heading that ends a preamble.
+        std::vector<HeaderLine> since;
+        std::vector<ColumnTally> tallies;
+        LineShape shape;
+        bool started = false, firm = false, preamble = false;
+        LineMark rowsStart, before = lines.Mark();
+        size_t rows = 0, pending = 0, columns = 0, pendingWidth = 0;
+        int headerCount = 0, linesSinceStart = 0;
         while (lines.Next(line)) {
-            const LineShape shape = ShapeOf(line, separator, style);
-            if (shape.cells > static_cast<size_t>(kMaxColumns))
-                return Refuse(kErrorTooManyCells, lines.Number());
-            if (shape.width > 0) {
-                if (!started) {
-                    const bool header =
-                        m_iHeaderLines >= 0 ? m_iHeaderCount < m_iHeaderLines : !shape.numberFirst;
-                    if (header) {
-                        ++m_iHeaderCount;
-                        named = std::min(named + 1, 2);
-                        namesBegin[0] = namesBegin[1];
-                        namesEnd[0] = namesEnd[1];
-                        namesBegin[1] = lines.Begin();
-                        namesEnd[1] = lines.End();
-                        namesWidth[0] = namesWidth[1];
-                        namesWidth[1] = shape.width;
-                    } else {
-                        started = true;
-                        rowsStart = before;
-                    }
-                }
-                if (started) {
-                    ++rows;
-                    columns = std::max(columns, shape.width);
-                    numeric = numeric || shape.numberFirst;
-                }
-            }
+            const LineMark here = before;
             before = lines.Mark();
+            ShapeOf(line, separator, reading, shape);
+            if (shape.cells.size() > static_cast<size_t>(kMaxColumns))
+                return Refuse(kErrorTooManyCells, lines.Number());
+            if (shape.width == 0)
+                continue;
+            const HeaderLine place{lines.Begin(), lines.End(), shape.width};
+            if (IsCommentLine(line)) {
+                headerCount += !started;
+                continue;
+            }
+            if (!started) {
+                if (headerSet ? headerCount < m_iHeaderLines : !shape.row) {
+                    ++headerCount;
+                    KeepHeaderLine(header, place);
+                    continue;
+                }
+                started = true;
+                rowsStart = here;
+            }
+            ++linesSinceStart;
+            if (!shape.row) {
+                ++pending;
+                pendingWidth = std::max(pendingWidth, shape.width);
+                since.push_back(place);
+                if (since.size() > kHeaderLinesKept)
+                    since.erase(since.begin());
+                // A heading after lines none of which began with a number, or all narrower
+                // than it: they were a preamble ("Rate;100", "Start;2026-04-01", a title that
+                // is a date).
+                preamble = preamble || (!headerSet && shape.heading && shape.width >= 2 &&
+                                        (!firm || columns < shape.width));
+                continue;
+            }
+            if (preamble) {
+                headerCount += linesSinceStart - 1;
+                for (const HeaderLine& h : since)
+                    KeepHeaderLine(header, h);
+                tallies.clear();
+                rowsStart = here;
+                rows = pending = columns = pendingWidth = 0;
+                linesSinceStart = 1;
+                preamble = firm = false;
+            }
+            since.clear();
+            rows += pending + 1;
+            pending = 0;
+            columns = std::max({columns, pendingWidth, shape.width});
+            pendingWidth = 0;
+            firm = firm || shape.firm;
+            if (tallies.size() < shape.cells.size())
+                tallies.resize(shape.cells.size());
+            for (size_t k = 0; k < shape.cells.size(); ++k)
+                tallies[k].Add(shape.cells[k]);
         }
         if (lines.TooLong())
             return Refuse(kErrorLineTooLong, lines.Number());
-        if (!numeric)
+        if (rows == 0)
             return Refuse(kErrorNoNumericRow);
         if (rows > static_cast<size_t>(INT_MAX - 200))
             return Refuse(kErrorMemory);
+        m_iHeaderCount = headerCount;
 
-        // ---- The columns' quantities and units ---------------------------------------------
+        // ---- The names, and the units under them --------------------------------------------
         std::vector<wxString> quantities, units;
         {
+            const size_t need = columns >= 2 ? std::max<size_t>(2, (columns + 1) / 2) : 1;
+            int names = -1, unitsLine = -1;
+            for (int k = static_cast<int>(header.size()) - 1; k >= 0 && names < 0; --k)
+                if (header[k].width >= need)
+                    names = k;
             std::vector<wxString> headings, unitCells;
-            if (named > 0)
-                headings =
-                    HeadingCells(Decode(text, encoding, namesBegin[1], namesEnd[1]), separator);
-            // A last header line of units only ("(s)", "[V]") gives the units of the names above.
-            if (named == 2 && IsUnitsLine(headings)) {
-                unitCells.swap(headings);
-                headings =
-                    HeadingCells(Decode(text, encoding, namesBegin[0], namesEnd[0]), separator);
+            if (names >= 0) {
+                headings = HeadingCells(
+                    Decode(text, encoding, header[names].begin, header[names].end), separator);
+                // A line of units only gives the units of the names on the line above.
+                std::vector<wxString> above;
+                if (names > 0)
+                    above = HeadingCells(
+                        Decode(text, encoding, header[names - 1].begin, header[names - 1].end),
+                        separator);
+                std::vector<wxString> aboveAsUnits = above;
+                if (names > 0 &&
+                    (IsUnitsLine(headings, false) ||
+                     (header[names - 1].width >= need && !IsUnitsLine(aboveAsUnits, true) &&
+                      IsUnitsLine(headings, true)))) {
+                    unitsLine = names--;
+                    unitCells.swap(headings);
+                    headings.swap(above);
+                }
             }
             // A named column is a column, even when no row has a cell in it.
-            columns = std::max(columns, namesWidth[1]);
-            if (!unitCells.empty())
-                columns = std::max(columns, namesWidth[0]);
+            if (names >= 0)
+                columns = std::max(columns, header[names].width);
+            if (unitsLine >= 0)
+                columns = std::max(columns, header[unitsLine].width);
             quantities.resize(columns);
             units.resize(columns);
             for (size_t k = 0; k < columns; ++k) {
                 if (k < headings.size())
                     SplitHeading(headings[k], quantities[k], units[k]);
                 if (k < unitCells.size() && !unitCells[k].empty())
-                    units[k] =
-                        unitCells[k].Mid(1, unitCells[k].length() - 2).Trim(true).Trim(false);
+                    units[k] = PlainUnit(unitCells[k]);
                 if (IsBlankText(quantities[k]))
                     quantities[k] = wxString::Format(L"C%d", static_cast<int>(k + 1));
             }
         }
-        // A table of one column is plotted against the row number.
-        const bool byIndex = columns == 1;
-        const size_t curves = byIndex ? 1 : columns - 1;
-        const wxString xQuantity = byIndex ? wxString(L"n") : quantities[0];
-        const wxString xUnit = byIndex ? wxString() : units[0];
+
+        // ---- What each column is, and which is the abscissa ---------------------------------
+        tallies.resize(columns);
+        std::vector<ColumnRole> roles(columns);
+        m_aColumns.resize(columns);
+        int dateColumn = -1, clockColumn = -1, timeColumn = -1;
+        std::vector<size_t> numeric;
+        for (size_t k = 0; k < columns; ++k) {
+            const ColumnTally& t = tallies[k];
+            ColumnReport& report = m_aColumns[k];
+            report.quantity = quantities[k];
+            report.unit = units[k];
+            roles[k].order.monthFirst = t.order.seenMonthAbove12 && !t.order.seenDayAbove12;
+            if (t.texts > t.numbers + t.Instants()) {
+                report.use = kColumnText;
+            } else if (t.Instants() > 0 && t.Instants() >= t.numbers) {
+                report.use = kColumnMoreTime;
+                roles[k].kind = ColumnRole::kInstant;
+                roles[k].clock = t.clocks > t.dates + t.dateTimes;
+                if (t.dates > t.clocks + t.dateTimes && dateColumn < 0)
+                    dateColumn = static_cast<int>(k);
+                else if (t.clocks > t.dates + t.dateTimes && clockColumn < 0)
+                    clockColumn = static_cast<int>(k);
+                if (timeColumn < 0)
+                    timeColumn = static_cast<int>(k);
+            } else if (t.numbers > 0 && t.stamps == t.numbers && NamesDateOrTime(quantities[k])) {
+                report.use = kColumnMoreTime;
+                roles[k].kind = ColumnRole::kStamp;
+                if (timeColumn < 0)
+                    timeColumn = static_cast<int>(k);
+            } else {
+                numeric.push_back(k);
+            }
+        }
+        // The abscissa: a date and a time of day, or a moment, or the first column of numbers.
+        int xColumn = -1;
+        wxString xQuantity, xUnit;
+        std::vector<size_t> curveColumns;
+        if (dateColumn >= 0 && clockColumn >= 0) {
+            xColumn = dateColumn;
+            m_eAbscissaReason = kAbscissaDateAndTime;
+            roles[dateColumn].kind = ColumnRole::kJoinDate;
+            roles[clockColumn].kind = ColumnRole::kJoinClock;
+            m_aColumns[clockColumn].use = kColumnAbscissa;
+            xQuantity = quantities[clockColumn];
+        } else if (timeColumn >= 0) {
+            xColumn = timeColumn;
+            m_eAbscissaReason = kAbscissaTime;
+            xQuantity = quantities[timeColumn];
+        }
+        if (xColumn >= 0) {
+            m_aColumns[xColumn].use = kColumnAbscissa;
+            xUnit = L"s";
+            curveColumns = numeric;
+        } else if (numeric.size() >= 2) {
+            xColumn = static_cast<int>(numeric[0]);
+            m_eAbscissaReason = xColumn == 0 ? kAbscissaFirstColumn : kAbscissaFirstNumberColumn;
+            m_aColumns[xColumn].use = kColumnAbscissa;
+            xQuantity = quantities[xColumn];
+            xUnit = units[xColumn];
+            curveColumns.assign(numeric.begin() + 1, numeric.end());
+        } else {
+            curveColumns = numeric;
+        }
+        // A table of one column (of numbers or of moments) is plotted against the row number.
+        bool byIndex = false;
+        if (curveColumns.empty()) {
+            if (xColumn < 0)
+                return Refuse(kErrorNoNumericRow);
+            curveColumns.push_back(static_cast<size_t>(xColumn));
+            m_aColumns[xColumn].use = kColumnCurve;
+            byIndex = true;
+        } else if (xColumn < 0) {
+            byIndex = true;
+        }
+        if (byIndex) {
+            m_eAbscissaReason = kAbscissaRowNumber;
+            xQuantity = L"n";
+            xUnit.clear();
+        }
+        // An abscissa without a single number is none.
+        {
+            const size_t source = byIndex ? curveColumns[0] : static_cast<size_t>(xColumn);
+            const ColumnTally& t = tallies[source];
+            if (t.numbers + t.Instants() == 0)
+                return Refuse(kErrorNoNumericRow);
+        }
+        const bool timed = roles[byIndex ? curveColumns[0] : static_cast<size_t>(xColumn)].kind !=
+                           ColumnRole::kSkip;
+        const size_t curves = curveColumns.size();
+        for (size_t k = 0; k < columns; ++k)
+            if (roles[k].kind == ColumnRole::kInstant && m_aColumns[k].use == kColumnMoreTime)
+                roles[k].kind = ColumnRole::kSkip;
+        for (size_t k = 0; k < columns; ++k)
+            if (roles[k].kind == ColumnRole::kStamp && m_aColumns[k].use == kColumnMoreTime)
+                roles[k].kind = ColumnRole::kSkip;
 
         // ---- The document, emptied as a load empties it -------------------------------------
         touched = true;
@@ -746,7 +466,7 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
         std::set<wxString> taken;
         std::map<wxString, int> nextNumber;
         for (size_t k = 0; k < curves && room; ++k) {
-            const size_t column = byIndex ? 0 : k + 1;
+            const size_t column = curveColumns[k];
             // The quantity stays as the heading says (the table goes back out as it came in);
             // the curve's own name is made unique in the experiment, as notes find their curve
             // by it.
@@ -771,7 +491,7 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
             vx->SetGrandeur(xQuantity);
             vx->SetUnite(xUnit);
             vy->SetGrandeur(quantity);
-            vy->SetUnite(units[column]);
+            vy->SetUnite(byIndex && timed ? wxString(L"s") : units[column]);
             // Only the first curve's X vector is read into; the others copy it.
             for (VyrVecteur* v : {vx, vy}) {
                 if (v == vx && k > 0)
@@ -794,44 +514,48 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
             return outOfMemory();
 
         // ---- Second walk: the numbers -------------------------------------------------------
-        std::vector<Column> targets(columns);
-        for (size_t k = 0; k < columns; ++k) {
-            VyrVecteur* v = byIndex  ? made[0]->GetVy()
-                            : k == 0 ? made[0]->GetVx()
-                                     : made[k - 1]->GetVy();
-            targets[k].values = v->GetArea();
-            targets[k].validity = v->GetValidity();
+        // Target 0 is the abscissa, target k + 1 the Y of curve k.
+        std::vector<TableColumn> targets(curves + 1);
+        targets[0].values = made[0]->GetVx()->GetArea();
+        targets[0].validity = made[0]->GetVx()->GetValidity();
+        for (size_t k = 0; k < curves; ++k) {
+            targets[k + 1].values = made[k]->GetVy()->GetArea();
+            targets[k + 1].validity = made[k]->GetVy()->GetValidity();
+            if (roles[curveColumns[k]].kind == ColumnRole::kSkip)
+                roles[curveColumns[k]].kind = ColumnRole::kNumber;
+            roles[curveColumns[k]].target = static_cast<int>(k + 1);
         }
-        bool commaRead = false;
+        if (!byIndex && !timed) {
+            roles[xColumn].kind = ColumnRole::kNumber;
+            roles[xColumn].target = 0;
+        }
+        const int timeTarget = !timed ? -1 : byIndex ? 1 : 0;
+        RowReader reader(separator, reading, roles, timeTarget);
         lines.Seek(rowsStart);
         size_t row = 0;
         while (row < rows && lines.Next(line)) {
-            if (!HasContent(line, separator, style))
+            if (!HasContent(line, separator) || IsCommentLine(line))
                 continue;
-            size_t k = 0;
-            SplitCells(line, separator, [&](const Cell<char>& cell) {
-                if (k < columns) {
-                    double value = 0.0;
-                    const bool ok =
-                        !cell.escaped && ReadNumber(cell.content, style, value, &commaRead);
-                    targets[k].Put(row, ok, value);
-                }
-                ++k;
-            });
-            for (; k < columns; ++k)
-                targets[k].Put(row, false, 0.0);
+            reader.Read(line, row, targets);
             ++row;
         }
-        for (Column& column : targets)
+        for (TableColumn& column : targets)
             column.Finish();
-        m_cUsedDecimalMark = commaRead ? L',' : L'.';
+        m_cUsedDecimalMark = reader.CommaRead() ? L',' : L'.';
+        if (timed) {
+            m_sStart = wxString::FromUTF8(reader.Start().c_str());
+            experience->SetCommentaire(L"start: " + m_sStart);
+        }
 
-        // ---- Abscissas, ranges ---------------------------------------------------------------
+        // ---- Abscissas, ranges, holes --------------------------------------------------------
         VyrVecteur* firstX = made[0]->GetVx();
         if (byIndex) {
             double* values = firstX->GetArea();
             for (int i = 0; i < size; ++i)
                 values[i] = i;
+            m_iAbscissa = -1;
+        } else {
+            m_iAbscissa = xColumn;
         }
         for (size_t k = 1; k < made.size(); ++k) {
             VyrVecteur* vx = made[k]->GetVx();
@@ -839,12 +563,11 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
             if (vx->GetSize() != size)
                 return outOfMemory();
         }
-        const Column xRange = byIndex ? Column() : targets[0];
+        const double xlo = byIndex ? 0.0 : targets[0].lo;
+        const double xhi = byIndex ? size - 1.0 : targets[0].hi;
         for (size_t k = 0; k < made.size(); ++k) {
-            const Column& y = targets[byIndex ? 0 : k + 1];
+            const TableColumn& y = targets[k + 1];
             VyrScale& scale = made[k]->GetScale();
-            const double xlo = byIndex ? 0.0 : xRange.lo;
-            const double xhi = byIndex ? size - 1.0 : xRange.hi;
             if (xlo < xhi) {
                 scale.SetXmin(xlo);
                 scale.SetXmax(xhi);
@@ -854,10 +577,24 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
                 scale.SetYmax(y.hi);
             }
         }
-        for (const Column& column : targets)
+        auto holes = [size](const TableColumn& column) {
+            size_t n = 0;
             for (int i = 0; i < size; ++i)
-                if (!column.validity->IsSet(i))
-                    ++m_iInvalid;
+                n += !column.validity->IsSet(i);
+            return n;
+        };
+        if (!byIndex) {
+            const size_t n = holes(targets[0]);
+            m_iInvalid += n;
+            m_aColumns[xColumn].holes = n;
+            if (m_eAbscissaReason == kAbscissaDateAndTime)
+                m_aColumns[clockColumn].holes = n;
+        }
+        for (size_t k = 0; k < curves; ++k) {
+            const size_t n = holes(targets[k + 1]);
+            m_iInvalid += n;
+            m_aColumns[curveColumns[k]].holes = n;
+        }
         m_iRows = rows;
         m_iColumns = static_cast<int>(columns);
         doc.Notify(VYR_MSG_FILE_LOADED, nullptr);

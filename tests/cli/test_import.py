@@ -193,15 +193,51 @@ class OptionsTest(ImportTestCase):
         # A comma forced as separator: the semicolon is then part of a heading.
         doc = self.imported("sep.csv", b"x,a;b\n1,2;3\n4,5\n", "--separator", ",")
         self.assertCurves(doc, [("x", "", 0, 0), ("a;b", "", 2, 1)])
-        doc = self.imported("dec.csv", b"x;y\n1.5;2,5\n", "--decimal", ".")
-        self.assertCurves(doc, [("x", "", 0, 0), ("y", "", 1, 1)])
-        doc = self.imported("tab.csv", b"x\ty z\n1\t2 3\n", "--separator", "tab")
-        self.assertCurves(doc, [("x", "", 0, 0), ("y z", "", 1, 1)])
+        doc = self.imported("dec.csv", b"x;y\n1.5;2,5\n2;3\n", "--decimal", ".")
+        self.assertCurves(doc, [("x", "", 0, 0), ("y", "", 2, 1)])
+        doc = self.imported("tab.csv", b"x\ty z\n1\t2 3\n2\t4\n", "--separator", "tab")
+        self.assertCurves(doc, [("x", "", 0, 0), ("y z", "", 2, 1)])
         doc = self.imported("latin.csv", "x;é\n1;2\n".encode(), "--encoding", "ISO-8859-1")
         self.assertCurves(doc, [("x", "", 0, 0), ("Ã©", "", 1, 0)])
         doc = self.imported("skip.csv", b"1;2\n3;4\nt (s);U (V)\nx;5\n1;6\n", "--skip", "2",
                             "--header", "1")
         self.assertCurves(doc, [("t", "s", 0, 0), ("U", "V", 2, 1)])
+
+    def test_quotes_let_the_comma_separate_and_mark_decimals(self):
+        data = b'"t (s)","U (V)"\n"0,0","1,5"\n"0,5","1,75"\n'
+        for options in ((), ("--separator", ",", "--decimal", ",")):
+            with self.subTest(options=options):
+                doc = self.imported("quoted.csv", data, *options)
+                self.assertCurves(doc, [("t", "s", 0, 0), ("U", "V", 2, 0)])
+                self.assertEqual(self.table_of(self.path("quoted.vyr"))[1][:2], ["0.5", "1.75"])
+
+    def test_missing_marks_a_sentinel_number_as_an_invalid_point(self):
+        data = b"t (s);T (K)\n0;290\n1;-999\n2;291\n"
+        doc = self.imported("sentinel.csv", data)
+        self.assertCurves(doc, [("t", "s", 0, 0), ("T", "K", 3, 0)])
+        doc = self.imported("sentinel.csv", data, "--missing", "-999")
+        self.assertCurves(doc, [("t", "s", 0, 0), ("T", "K", 3, 1)])
+        table = self.write("bad.csv", data)
+        self.assertRefused(run("import", table, "--missing", "none"), EXIT_USAGE, "--missing")
+
+    def test_summary_names_x_and_why_the_columns_left_out_and_the_holes(self):
+        table = self.write("station.csv", "STATION,DATE,TMP (°C),REMARK\n"
+                           "ABC123,2026-04-01T00:00:00Z,5.2,eor\n"
+                           "ABC123,2026-04-01T01:00:00Z,M,eor\n"
+                           "ABC123,2026-04-01T02:00:00Z,4.8,eor\n".encode())
+        result = run("import", table)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        lines = result.stdout.splitlines()
+        self.assertEqual(lines[1], '  X: column 2 "DATE", clock times or dates, as seconds from '
+                                   'the first (start 2026-04-01T00:00:00Z): 0 invalid point(s)')
+        self.assertIn('  left out: column 1 "STATION", text', lines)
+        self.assertIn('  curve: column 3 "TMP (°C)": 1 invalid point(s)', lines)
+        self.assertIn('  left out: column 4 "REMARK", text', lines)
+        info = json.loads(run("info", "--json", self.path("station.vyr")).stdout)[0]
+        self.assertEqual(info["experiments"][0]["curves"][0]["x"]["unit"], "s")
+        rows = self.table_of(self.path("station.vyr"))
+        self.assertEqual([row[0] for row in rows], ["0", "3600", "7200"])
+        self.assertEqual([rows[0][1], rows[2][1]], ["5.2", "4.8"])
 
     def test_output_option_and_usage_errors(self):
         table = self.write("t.csv", b"x;y\n1;2\n")
@@ -233,7 +269,7 @@ class RefusalTest(ImportTestCase):
             ("empty.csv", b"", "empty"),
             ("blank.csv", b"\r\n  \n\t\n", "empty"),
             ("binary.csv", bytes(range(256)) * 8, "binary"),
-            ("words.csv", b"name;value\nfoo;bar\nbaz;qux\n", "no row begins with a number"),
+            ("words.csv", b"name;value\nfoo;bar\nbaz;qux\n", "no row of numbers"),
         )
         for name, data, fragment in cases:
             with self.subTest(name=name):

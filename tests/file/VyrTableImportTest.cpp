@@ -5,83 +5,20 @@
 #include <vector>
 
 #include "FileTestSupport.h"
+#include "TableTestSupport.h"
 #include "vyrbase/VyrBase.h"
 
 namespace {
 
 using filetest::Latin1;
 using filetest::Utf8;
-
-// One column of an imported document as read back: its quantity, unit and values, an invalid
-// point read as NaN.
-struct ColumnSeen {
-    wxString quantity;
-    wxString unit;
-    std::vector<double> values;
-};
-
-ColumnSeen See(VyrVecteur* v) {
-    ColumnSeen c;
-    c.quantity = v->GetGrandeur();
-    c.unit = v->GetUnite();
-    for (int i = 0; i < v->GetSize(); ++i)
-        c.values.push_back(v->IsValidAt(i) ? v->GetVal(i) : NAN);
-    return c;
-}
-
-std::vector<VyrCourbe*> Curves(VyrBaseData& doc) {
-    std::vector<VyrCourbe*> curves;
-    wxVyrListEntityNode* node = doc.GetFirstCourbeNode();
-    while (node)
-        curves.push_back(doc.GetNextCourbe(&node));
-    return curves;
-}
-
-// The columns of the table: X (the first curve's), then every curve's Y.
-std::vector<ColumnSeen> Columns(VyrBaseData& doc) {
-    std::vector<ColumnSeen> columns;
-    std::vector<VyrCourbe*> curves = Curves(doc);
-    if (curves.empty())
-        return columns;
-    columns.push_back(See(curves[0]->GetVx()));
-    for (VyrCourbe* c : curves)
-        columns.push_back(See(c->GetVy()));
-    return columns;
-}
-
-bool Import(VyrBaseData& doc, const std::string& bytes, VyrTableImport& import) {
-    return import.ImportMemory(doc, bytes.data(), bytes.size(), L"table");
-}
-
-bool Import(VyrBaseData& doc, const std::string& bytes) {
-    VyrTableImport import;
-    return Import(doc, bytes, import);
-}
-
-void ExpectValues(const std::vector<double>& actual, const std::vector<double>& expected) {
-    ASSERT_EQ(actual.size(), expected.size());
-    for (size_t i = 0; i < expected.size(); ++i) {
-        if (std::isnan(expected[i]))
-            EXPECT_TRUE(std::isnan(actual[i])) << "point " << i << " should be invalid";
-        else
-            EXPECT_EQ(actual[i], expected[i]) << "point " << i;
-    }
-}
-
-void ExpectColumn(const ColumnSeen& c, const wchar_t* quantity, const wchar_t* unit,
-                  const std::vector<double>& values) {
-    EXPECT_EQ(c.quantity, quantity);
-    EXPECT_EQ(c.unit, unit);
-    ExpectValues(c.values, values);
-}
-
-// Records the codes a document sends.
-class Recorder : public VyrObserver {
-public:
-    void OnUpdateObserver(VyrObserverMsg& msg) override { codes.push_back(msg.GetMsg()); }
-    void OnInitialUpdateObserver() override {}
-    std::vector<int> codes;
-};
+using tabletest::Columns;
+using tabletest::ColumnSeen;
+using tabletest::Curves;
+using tabletest::ExpectColumn;
+using tabletest::ExpectValues;
+using tabletest::Import;
+using tabletest::Recorder;
 
 }  // namespace
 
@@ -308,11 +245,14 @@ TEST(VyrTableImport, QuotedCellsHoldSeparatorsAndLineEndsAreCrlfLfOrCr) {
 
 TEST(VyrTableImport, OneColumnIsPlottedAgainstTheRowNumber) {
     VyrBaseData doc(nullptr);
-    ASSERT_TRUE(Import(doc, "value (V)\n1\n2\n\nx\n"));
+    VyrTableImport import;
+    ASSERT_TRUE(Import(doc, "value (V)\n1\n2\n\nx\n4\n", import));
     const std::vector<ColumnSeen> c = Columns(doc);
     ASSERT_EQ(c.size(), 2u);
-    ExpectColumn(c[0], L"n", L"", {0, 1, 2});
-    ExpectColumn(c[1], L"value", L"V", {1, 2, NAN});
+    ExpectColumn(c[0], L"n", L"", {0, 1, 2, 3});
+    ExpectColumn(c[1], L"value", L"V", {1, 2, NAN, 4});
+    EXPECT_EQ(import.GetAbscissaColumn(), -1);
+    EXPECT_EQ(import.GetAbscissaReason(), VyrTableImport::kAbscissaRowNumber);
 }
 
 TEST(VyrTableImport, SameHeadingsKeepTheirQuantityAndTheCurvesAreNamedApart) {
@@ -346,17 +286,17 @@ TEST(VyrTableImport, SettingsOverrideEachDetection) {
         VyrBaseData doc(nullptr);
         VyrTableImport import;
         ASSERT_TRUE(import.SetDecimalMark(L'.'));
-        ASSERT_TRUE(Import(doc, "x;y\n1.5;2,5\n", import));
-        ExpectValues(Columns(doc)[1].values, {NAN});
+        ASSERT_TRUE(Import(doc, "x;y\n1.5;2,5\n2;3\n", import));
+        ExpectValues(Columns(doc)[1].values, {NAN, 3});
     }
     {
         // Only the comma is; the separator guess then leaves the comma alone.
         VyrBaseData doc(nullptr);
         VyrTableImport import;
         ASSERT_TRUE(import.SetDecimalMark(L','));
-        ASSERT_TRUE(Import(doc, "x y\n1,5 2.5\n", import));
-        ExpectValues(Columns(doc)[0].values, {1.5});
-        ExpectValues(Columns(doc)[1].values, {NAN});
+        ASSERT_TRUE(Import(doc, "x y\n1,5 2.5\n2 3\n", import));
+        ExpectValues(Columns(doc)[0].values, {1.5, 2});
+        ExpectValues(Columns(doc)[1].values, {NAN, 3});
     }
     {
         // Lines skipped, then two header lines of which the last names the columns.

@@ -142,11 +142,12 @@ class ViewerTest(unittest.TestCase):
     def tearDown(self):
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def run_viewer(self, commands, open_sample=True, expect_status=0):
+    def run_viewer(self, commands, open_sample=True, expect_status=0, files=()):
         script = os.path.join(self.folder, "script.txt")
         with open(script, "w", encoding="utf-8") as f:
             f.write("\n".join(["size 900 600"] + commands if open_sample else commands) + "\n")
-        arguments = [VIEWER, "--script", script] + ([self.document] if open_sample else [])
+        arguments = ([VIEWER, "--script", script] + ([self.document] if open_sample else []) +
+                     list(files))
         done = subprocess.run(arguments, cwd=self.folder, capture_output=True, text=True,
                               timeout=90)
         run = Run(done.returncode, done.stdout, done.stderr, parse_states(done.stdout),
@@ -611,6 +612,53 @@ class ViewerTest(unittest.TestCase):
             # Neither a message of the viewer nor a sanitizer report.
             self.assertNotIn("vyr-view:", run.err)
             self.assertNotIn("Sanitizer", run.err)
+
+    # ---- tables ----------------------------------------------------------------------------
+    def write_table(self, name, text):
+        path = os.path.join(self.folder, name)
+        with open(path, "w", encoding="utf-8") as f:
+            f.write(text)
+        return path
+
+    RAMP = "Zeit;Spannung\ns;V\n0;0\n1;2\n2;4\n3;6\n4;8\n"
+
+    def test_a_table_on_the_command_line_opens_as_vyr_import_reads_it(self):
+        table = self.write_table("mesures.csv", self.RAMP)
+        run = self.run_viewer(["size 900 600", "state", "export picture.png"],
+                              open_sample=False, files=[table])
+        state = run.states[0]
+        self.assertEqual(names(state["listed"]), ["Spannung(Zeit)"])
+        self.assertEqual(names(state["plotted"]), ["Spannung(Zeit)"])
+        self.assertEqual(state["uy"], "V")
+        # Saved, it becomes the lab document beside the table; the table stays as it was.
+        self.assertEqual(state["file"], "mesures.vyr")
+        self.assertEqual(state["modified"], "no")
+        with open(table, encoding="utf-8") as f:
+            self.assertEqual(f.read(), self.RAMP)
+        # The first imported curve is drawn in red.
+        self.assertGreater(len(pixels_of(run.path("picture.png"), (255, 0, 0))), 100)
+
+    def test_file_open_offers_tables_and_opens_one(self):
+        self.write_table("logger.txt", "Time\tTemperature (\u00b0C)\n23:59:30\t20.5\n"
+                                       "23:59:45\t20.4\n00:00:00\t20.3\n")
+        run = self.run_viewer(["open logger.txt", "state"], open_sample=False)
+        state = run.states[0]
+        self.assertIn("Text table (*.csv;*.txt;*.tsv;*.dat)", state["open-types"])
+        self.assertIn("Lab document (*.vyr)", state["open-types"])
+        self.assertEqual(names(state["listed"]), ["Temperature(Time)"])
+        self.assertEqual(state["comment"], "start: 23:59:30")
+        self.assertEqual(state["file"], "logger.vyr")
+
+    def test_a_dropped_table_opens(self):
+        self.write_table("dropped.csv", self.RAMP)
+        run = self.run_viewer(["drop dropped.csv", "state"])
+        self.assertEqual(names(run.states[0]["listed"]), ["Spannung(Zeit)"])
+        self.assertEqual(run.states[0]["file"], "dropped.vyr")
+
+    def test_a_file_that_is_no_table_is_reported(self):
+        self.write_table("words.csv", "name;value\nfoo;bar\n")
+        run = self.run_viewer(["open words.csv"], open_sample=False, expect_status=1)
+        self.assertIn("words.csv: not a table: no row of numbers", run.err)
 
     def test_a_missing_document_is_reported(self):
         run = self.run_viewer(["open nowhere.vyr"], open_sample=False, expect_status=1)

@@ -5,7 +5,9 @@
 #include <wx/cmdproc.h>
 #include <wx/dcmemory.h>
 #include <wx/dcscreen.h>
+#include <wx/dnd.h>
 #include <wx/filefn.h>
+#include <wx/filename.h>
 #include <wx/docview.h>
 #include <wx/menu.h>
 #include <wx/print.h>
@@ -22,6 +24,7 @@
 #include "ViewerDocument.h"
 #include "ViewerIds.h"
 #include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrNote.h"
 #include "vyrbase/diagram/VyrDiagram.h"
 
@@ -63,6 +66,13 @@ wxString Join(const wxArrayString& names) {
     for (size_t i = 0; i < names.size(); ++i)
         text += (i ? ", " : "") + names[i];
     return text;
+}
+
+// The comment of the document's first experiment (an imported table's keeps its start).
+wxString FirstExperimentComment(VyrBaseData& data) {
+    wxVyrListEntityNode* node = data.GetFirstExperienceNode();
+    VyrExperience* experience = node ? data.GetNextExperience(&node) : nullptr;
+    return experience ? experience->GetCommentaire() : wxString();
 }
 
 void Print(const char* key, const wxString& value) {
@@ -151,6 +161,7 @@ DiagramCanvas* ScriptDriver::CurrentCanvas() const {
 const ScriptDriver::CommandEntry ScriptDriver::kCommands[] = {
     {"quit", false, &ScriptDriver::Quit},
     {"open", false, &ScriptDriver::Open},
+    {"drop", false, &ScriptDriver::Drop},
     {"size", true, &ScriptDriver::Size},
     {"check", true, &ScriptDriver::Check},
     {"uncheck", true, &ScriptDriver::Check},
@@ -204,6 +215,22 @@ bool ScriptDriver::Open(const wxArrayString& words, wxString& error) {
     }
     if (!m_app.GetDocManager()->CreateDocument(Rest(words, 1), wxDOC_SILENT)) {
         error = "the document was not opened";
+        return false;
+    }
+    return true;
+}
+
+bool ScriptDriver::Drop(const wxArrayString& words, wxString& error) {
+    if (words.size() < 2) {
+        error = "needs a FILE";
+        return false;
+    }
+    // As the desktop drops a file on the main window: through its drop target.
+    auto* target = static_cast<wxFileDropTarget*>(m_app.GetMainFrame()->GetDropTarget());
+    wxArrayString files;
+    files.Add(wxFileName(Rest(words, 1)).GetAbsolutePath());
+    if (!target || !target->OnDropFiles(0, 0, files)) {
+        error = "the drop opened nothing";
         return false;
     }
     return true;
@@ -488,6 +515,18 @@ void ScriptDriver::PrintState() {
     VyrBaseData& data = document->GetData();
     VyrDiagram* diagram = data.GetActiveDiagram();
     Print("title", frame->GetTitle());
+    Print("file", wxFileName(document->GetFilename()).GetFullName());
+    // The file types File > Open offers: one per document template.
+    wxArrayString types;
+    for (wxObjectList::compatibility_iterator node =
+             m_app.GetDocManager()->GetTemplates().GetFirst();
+         node; node = node->GetNext()) {
+        auto* temple = static_cast<wxDocTemplate*>(node->GetData());
+        if (temple->IsVisible())
+            types.Add(temple->GetDescription() + " (" + temple->GetFileFilter() + ")");
+    }
+    Print("open-types", Join(types));
+    Print("comment", FirstExperimentComment(data));
     Print("modified", document->IsModified() ? "yes" : "no");
     Print("diagrams", wxString::Format("%d", data.GetDiagramCount()));
     Print("windows",

@@ -75,6 +75,7 @@ private:
     static const CommandEntry kCommands[];
     bool Quit(const wxArrayString& words, wxString& error);
     bool Open(const wxArrayString& words, wxString& error);
+    bool Drop(const wxArrayString& words, wxString& error);
     bool Size(const wxArrayString& words, wxString& error);
     bool Check(const wxArrayString& words, wxString& error);
     bool SelectRow(const wxArrayString& words, wxString& error);

@@ -52,6 +52,11 @@ bool ViewerApp::OnInit() {
     pageSetup.SetMarginBottomRight(wxPoint(15, 15));
     new wxDocTemplate(m_manager, "Lab document", "*.vyr", wxEmptyString, "vyr", "Lab document",
                       "Diagram", wxCLASSINFO(ViewerDocument), wxCLASSINFO(DiagramView));
+    // Tables open as vyr import reads them (the document then becomes a lab document, to be
+    // saved as one: the table itself is never written over).
+    new wxDocTemplate(m_manager, "Text table", "*.csv;*.txt;*.tsv;*.dat", wxEmptyString, "csv",
+                      "Lab document", "Diagram", wxCLASSINFO(ViewerDocument),
+                      wxCLASSINFO(DiagramView));
     m_mainFrame = new MainFrame(m_manager);
     m_mainFrame->Show();
     SetTopWindow(m_mainFrame);

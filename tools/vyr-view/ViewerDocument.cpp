@@ -1,12 +1,14 @@
 #include "ViewerDocument.h"
 
 #include <wx/cmdproc.h>
+#include <wx/filename.h>
 #include <wx/log.h>
 
 #include "AtomicWrite.h"
 #include "CurveDeletion.h"
 #include "DiagramView.h"
 #include "DocumentLoading.h"
+#include "TableImporting.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrNote.h"
@@ -165,10 +167,39 @@ bool ViewerDocument::DeleteSelection() {
     return done;
 }
 
+bool ViewerDocument::OnOpenDocument(const wxString& file) {
+    if (!wxDocument::OnOpenDocument(file))
+        return false;
+    if (vyrtools::IsTablePath(file)) {
+        wxFileName beside(file);
+        beside.SetExt("vyr");
+        SetFilename(beside.GetFullPath(), true);
+        SetDocumentSaved(false);
+        // Saved as a lab document: the template of those gives Save As its file types.
+        for (wxObjectList::compatibility_iterator node =
+                 GetDocumentManager()->GetTemplates().GetFirst();
+             node; node = node->GetNext()) {
+            auto* temple = static_cast<wxDocTemplate*>(node->GetData());
+            if (temple->GetDefaultExtension() == "vyr")
+                SetDocumentTemplate(temple);
+        }
+    }
+    return true;
+}
+
 bool ViewerDocument::DoOpenDocument(const wxString& file) {
     ForgetHistory();
     m_selection = Selection();
     wxString reason;
+    if (vyrtools::IsTablePath(file)) {
+        VyrTableImport import;
+        if (vyrtools::ImportTable(file, import, m_data, reason) != vyrtools::LoadResult::Ok) {
+            wxLogError("%s: %s", file, reason);
+            return false;
+        }
+        SyncDiagramViews();
+        return true;
+    }
     if (vyrtools::LoadDocument(file, m_data, reason) != vyrtools::LoadResult::Ok) {
         wxLogError("%s: %s", file, reason);
         return false;

@@ -46,6 +46,11 @@ public:
     // Deletes the selected curve, experiment or note through the library's undoable commands.
     bool DeleteSelection();
 
+    // Opens a lab document, or a text table (by its extension) as vyr import reads it; a
+    // table's document is named as its lab document beside it (IN.vyr) and counts as never
+    // saved, so that saving asks where and never replaces the table.
+    bool OnOpenDocument(const wxString& file) override;
+
 protected:
     bool DoOpenDocument(const wxString& file) override;
     bool DoSaveDocument(const wxString& file) override;

@@ -1,13 +1,16 @@
 // vyr import: a text table (spreadsheet, logger, phone sensor app) made into a document.
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include <wx/filename.h>
 
 #include "Arguments.h"
 #include "CliCommon.h"
 #include "Commands.h"
+#include "TableImporting.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/file/VyrTableImport.h"
 
@@ -15,60 +18,69 @@ namespace vyr {
 
 namespace {
 
-struct Named {
-    const char* name;
-    int value;
-};
-
-// The spellings each option takes, lower case.
-const Named kEncodings[] = {
-    {"utf-8", VyrTableImport::kEncodingUtf8},
-    {"utf8", VyrTableImport::kEncodingUtf8},
-    {"utf-16", VyrTableImport::kEncodingUtf16},
-    {"utf16", VyrTableImport::kEncodingUtf16},
-    {"utf-16le", VyrTableImport::kEncodingUtf16LE},
-    {"utf-16be", VyrTableImport::kEncodingUtf16BE},
-    {"iso-8859-1", VyrTableImport::kEncodingIso8859_1},
-    {"latin1", VyrTableImport::kEncodingIso8859_1},
-    {"latin-1", VyrTableImport::kEncodingIso8859_1},
-};
-const Named kSeparators[] = {
-    {"tab", L'\t'}, {"\\t", L'\t'}, {"\t", L'\t'}, {"blank", L' '}, {"space", L' '}, {" ", L' '},
-};
-
-const char* EncodingName(VyrTableImport::Encoding encoding) {
-    switch (encoding) {
-        case VyrTableImport::kEncodingUtf16LE:
-            return "UTF-16LE";
-        case VyrTableImport::kEncodingUtf16BE:
-            return "UTF-16BE";
-        case VyrTableImport::kEncodingIso8859_1:
-            return "ISO-8859-1";
-        default:
-            return "UTF-8";
-    }
+// A column as the summary names it: column 2 "U (V)".
+std::string ColumnName(const VyrTableImport& import, int column) {
+    const VyrTableImport::ColumnReport& r = import.GetColumnReports()[column];
+    wxString name = r.quantity;
+    if (!r.unit.empty())
+        name += " (" + r.unit + ")";
+    return "column " + std::to_string(column + 1) + " \"" + std::string(name.utf8_str()) + "\"";
 }
 
-// Why a table was refused, for the one-line message.
-wxString Reason(const VyrTableImport& import) {
-    const wxString line = wxString::Format("line %zu: ", import.GetErrorLine());
-    switch (import.GetError()) {
-        case VyrTableImport::kErrorEmpty:
-            return "not a table: the file is empty";
-        case VyrTableImport::kErrorBinary:
-            return "not a table: binary data (a zero byte)";
-        case VyrTableImport::kErrorEncoding:
-            return "not a table: the bytes are not in the encoding given";
-        case VyrTableImport::kErrorLineTooLong:
-            return "not a table: " + line + "longer than 1 MiB";
-        case VyrTableImport::kErrorTooManyCells:
-            return "not a table: " + line + "more than 16384 cells";
-        case VyrTableImport::kErrorNoNumericRow:
-            return "not a table: no row begins with a number";
-        case VyrTableImport::kErrorMemory:
-            return "not enough memory for the table";
-        default:
-            return "cannot read the table";
+// What became of every column: X and why, the curves and their invalid points, the columns
+// left out.
+void PrintColumns(const VyrTableImport& import, std::FILE* out) {
+    const std::vector<VyrTableImport::ColumnReport>& columns = import.GetColumnReports();
+    const int x = import.GetAbscissaColumn();
+    std::string why;
+    switch (import.GetAbscissaReason()) {
+        case VyrTableImport::kAbscissaFirstColumn:
+            why = "the first column";
+            break;
+        case VyrTableImport::kAbscissaFirstNumberColumn:
+            why = "the first column of numbers";
+            break;
+        case VyrTableImport::kAbscissaTime:
+            why = "clock times or dates, as seconds from the first";
+            break;
+        case VyrTableImport::kAbscissaDateAndTime:
+            why = "a date and a time of day, as seconds from the first";
+            break;
+        case VyrTableImport::kAbscissaRowNumber:
+            why = "one column of values: the row number";
+            break;
+    }
+    if (x < 0) {
+        std::fprintf(out, "  X: n, %s\n", why.c_str());
+    } else {
+        std::string joined;
+        for (size_t k = 0; k < columns.size(); ++k)
+            if (columns[k].use == VyrTableImport::kColumnAbscissa && static_cast<int>(k) != x)
+                joined = " and " + ColumnName(import, static_cast<int>(k));
+        std::fprintf(out, "  X: %s%s, %s", ColumnName(import, x).c_str(), joined.c_str(),
+                     why.c_str());
+        if (!import.GetStart().empty())
+            std::fprintf(out, " (start %s)",
+                         static_cast<const char*>(import.GetStart().utf8_str()));
+        std::fprintf(out, ": %zu invalid point(s)\n", columns[x].holes);
+    }
+    for (size_t k = 0; k < columns.size(); ++k) {
+        const int column = static_cast<int>(k);
+        switch (columns[k].use) {
+            case VyrTableImport::kColumnCurve:
+                std::fprintf(out, "  curve: %s: %zu invalid point(s)\n",
+                             ColumnName(import, column).c_str(), columns[k].holes);
+                break;
+            case VyrTableImport::kColumnText:
+                std::fprintf(out, "  left out: %s, text\n", ColumnName(import, column).c_str());
+                break;
+            case VyrTableImport::kColumnMoreTime:
+                std::fprintf(out, "  left out: %s, another date or time column\n",
+                             ColumnName(import, column).c_str());
+                break;
+            default:
+                break;
+        }
     }
 }
 
@@ -90,40 +102,26 @@ bool ReadCount(const std::string& text, int& count) {
 
 int RunImport(const Args& args) {
     Arguments parsed({"--force"}, {"-o", "--output", "--separator", "--decimal", "--encoding",
-                                   "--skip", "--header"});
+                                   "--skip", "--header", "--missing"});
     std::string error;
     if (!parsed.Parse(args, error))
         return Usage(error);
     if (parsed.Operands().size() != 1)
         return Usage("needs one input table");
     VyrTableImport import;
-    if (parsed.Has("--separator")) {
-        const std::string text = parsed.Value("--separator");
-        wchar_t separator = text.size() == 1 ? static_cast<wchar_t>(text[0]) : 0;
-        for (const Named& n : kSeparators)
-            if (wxString::FromUTF8(text.c_str()).Lower() == n.name)
-                separator = static_cast<wchar_t>(n.value);
-        if (separator == 0 || !import.SetSeparator(separator))
-            return Usage("--separator wants one character, tab or blank");
-    }
+    if (parsed.Has("--separator") &&
+        !vyrtools::SetSeparatorByName(import,
+                                      wxString::FromUTF8(parsed.Value("--separator").c_str())))
+        return Usage("--separator wants one character, tab or blank");
     if (parsed.Has("--decimal")) {
         const std::string text = parsed.Value("--decimal");
         if (text.size() != 1 || !import.SetDecimalMark(static_cast<wchar_t>(text[0])))
             return Usage("--decimal wants . or ,");
-        if (text == "," && parsed.Value("--separator") == ",")
-            return Usage("\",\" cannot be both the separator and the decimal mark");
     }
-    if (parsed.Has("--encoding")) {
-        const wxString text = wxString::FromUTF8(parsed.Value("--encoding").c_str()).Lower();
-        bool known = false;
-        for (const Named& n : kEncodings)
-            if (text == n.name) {
-                import.SetEncoding(static_cast<VyrTableImport::Encoding>(n.value));
-                known = true;
-            }
-        if (!known)
-            return Usage("--encoding wants utf-8, utf-16, utf-16le, utf-16be or iso-8859-1");
-    }
+    if (parsed.Has("--encoding") &&
+        !vyrtools::SetEncodingByName(import,
+                                     wxString::FromUTF8(parsed.Value("--encoding").c_str())))
+        return Usage("--encoding wants utf-8, utf-16, utf-16le, utf-16be or iso-8859-1");
     int count = 0;
     if (parsed.Has("--skip")) {
         if (!ReadCount(parsed.Value("--skip"), count))
@@ -134,6 +132,15 @@ int RunImport(const Args& args) {
         if (!ReadCount(parsed.Value("--header"), count))
             return Usage("--header wants a number of lines");
         import.SetHeaderLines(count);
+    }
+
+    if (parsed.Has("--missing")) {
+        const std::string text = parsed.Value("--missing");
+        char* end = nullptr;
+        const double value = std::strtod(text.c_str(), &end);
+        if (text.empty() || *end != '\0' || !std::isfinite(value))
+            return Usage("--missing wants a number (such as -999)");
+        import.AddMissingValue(value);
     }
 
     const wxString input = wxString::FromUTF8(parsed.Operands()[0].c_str());
@@ -147,16 +154,16 @@ int RunImport(const Args& args) {
     const bool toStandardOutput = target == kStandardOutput;
 
     VyrBaseData doc(nullptr);
-    if (!import.ImportFile(doc, input)) {
-        if (import.GetError() == VyrTableImport::kErrorCannotRead) {
-            Complain(input, wxFileName::DirExists(input) ? "cannot open: Is a directory"
-                            : wxFileName::FileExists(input)
-                                ? "cannot read"
-                                : "cannot open: No such file or directory");
+    wxString reason;
+    switch (vyrtools::ImportTable(input, import, doc, reason)) {
+        case vyrtools::LoadResult::Ok:
+            break;
+        case vyrtools::LoadResult::CannotRead:
+            Complain(input, reason);
             return kExitInput;
-        }
-        Complain(input, Reason(import));
-        return kExitFormat;
+        case vyrtools::LoadResult::NotADocument:
+            Complain(input, reason);
+            return kExitFormat;
     }
     // Checked once the table was read: a file that is no table is told as such first.
     if (output.empty())
@@ -173,13 +180,16 @@ int RunImport(const Args& args) {
                               : separator == L' ' ? "blanks"
                                                   : std::string(1, static_cast<char>(separator));
     // Standard output carries the document alone: the summary goes to standard error then.
-    std::fprintf(toStandardOutput ? stderr : stdout,
+    std::FILE* summary = toStandardOutput ? stderr : stdout;
+    std::fprintf(summary,
                  "%s: %d column(s), %zu row(s), %zu invalid cell(s) (%s, separator %s, decimal "
-                 "mark %c, %d header line(s))\n",
-                 static_cast<const char*>(target.utf8_str()), import.GetColumnCount(),
-                 import.GetRowCount(), import.GetInvalidCount(),
-                 EncodingName(import.GetUsedEncoding()), shown.c_str(),
+                 "mark %c, %d header line(s))
+                 ",
+                 static_cast<const char*>(target.utf8_str()),
+                 import.GetColumnCount(), import.GetRowCount(), import.GetInvalidCount(),
+                 vyrtools::EncodingName(import.GetUsedEncoding()), shown.c_str(),
                  static_cast<char>(import.GetUsedDecimalMark()), import.GetHeaderLineCount());
+    PrintColumns(import, summary);
     return kExitOk;
 }
 

@@ -62,17 +62,40 @@ const std::vector<Command>& AllCommands() {
          "OUT - writes to standard output.",
          &RunConvert},
         {"import",
-         "vyr import IN [-o OUT.vyr|-] [--separator C] [--decimal C] [--encoding E] [--skip N]\n"
-         "           [--header N] [--force]",
-         "Makes a document of a text table (CSV, a spreadsheet's, a logger's, a phone sensor\n"
-         "app's): the first column as X, one curve per further column, names and units from\n"
-         "the header (\"name (unit)\", \"name [unit]\", \"name/unit\"); empty cells and cells\n"
-         "that are no numbers become invalid points. Encoding, separator (tab, ;, , or blanks),\n"
-         "decimal mark and header lines are detected; each option sets one of them (--skip:\n"
-         "lines before the table). Every number is kept in full. Without -o the output is IN\n"
-         "with the extension .vyr, which does not replace an existing file (exit 5) unless\n"
-         "--force is given; -o - writes the document to standard output (the summary then\n"
-         "goes to standard error).",
+         "vyr import IN [-o OUT.vyr|-] [--separator C] [--decimal C] [--encoding E] [--skip N]
+         "
+         "           [--header N] [--missing NUMBER] [--force]",
+         "Makes a document of a text table (CSV, a spreadsheet's, a logger's, a phone sensor
+         "
+         "app's, a weather service's): one column as X, one curve per further column of
+         "
+         "numbers, names and units from the header (\"name (unit)\", \"name [unit]\",
+         "
+         "\"name/unit\", or a line of units under the names). A column of clock times or dates
+         "
+         "is X wherever it stands (a date and a time of day in two columns make one), as
+         "
+         "seconds from the first row; the start is kept in the experiment's comment. Text
+         "
+         "columns are left out; empty cells, NaN, n/a, M, - and cells that are no numbers
+         "
+         "become invalid points; --missing -999 makes that number one too. Comment lines,
+         "
+         "preambles and footers are skipped. Encoding, separator (tab, ;, , or blanks), decimal
+         "
+         "mark and header lines are detected; each option sets one of them (--skip: lines
+         "
+         "before the table; quoted cells may hold a decimal comma beside comma separators).
+         "
+         "Every number is kept in full. Without -o the output is IN with the extension .vyr,
+         "
+         "which does not replace an existing file (exit 5) unless --force is given; -o -
+         "
+         "writes the document to standard output (the summary then goes to standard error).
+         "
+         "The summary says which column is X and why, which were left out and how many
+         "
+         "invalid points each curve has.",
          &RunImport},
         {"demo", "vyr demo [DIR]",
          "Builds sample documents a science class would produce (oscillation, sound, spectrum,\n"
