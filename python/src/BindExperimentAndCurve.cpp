@@ -154,15 +154,15 @@ double Stored(const VyrVecteur* v, double value) {
     return n > 0 ? v->GetArea()[n - 1] : 0.0;
 }
 
-// Once the first finite value of a vector arrives, the invalid points before it (which had
-// nothing measured to hold) take it.
+// Once the first finite value of a vector arrives, the invalid points before it, which had
+// nothing measured to hold (they hold the 0 of Stored), take it. Numbers given with points
+// marked invalid otherwise stay as they were given.
 void FillLeadingInvalid(VyrVecteur* v, int first, double value) {
-    int i = first;
-    while (i > 0 && !v->IsValidAt(i - 1))
-        --i;
-    if (i == 0)
-        for (int k = 0; k < first; ++k)
-            v->SetVal(k, value);
+    for (int k = 0; k < first; ++k)
+        if (v->IsValidAt(k) || v->GetArea()[k] != 0.0)
+            return;
+    for (int k = 0; k < first; ++k)
+        v->SetVal(k, value);
 }
 
 // The values a new vector stores for `values`: they themselves when all are finite; otherwise

@@ -305,3 +305,16 @@ def test_append_blocked_by_a_view_raises_buffererror(measured):
     del y
     curve.append(1, 2)
     assert len(curve) == 6
+
+
+def test_leading_invalid_points_appended_take_the_first_measured_number(tmp_path):
+    doc = vyrbase.Document()
+    curve = doc.add_experiment("E").add_curve([], [], x=("t", "s"), y=("T", "K"))
+    curve.append(0, float("nan"))
+    curve.append(1, float("nan"))
+    curve.append(2, 20)
+    curve.append(3, float("inf"))
+    numpy.testing.assert_array_equal(curve.y, [numpy.nan, numpy.nan, 20, numpy.nan])
+    doc.to_csv(tmp_path / "stored.csv", layout="experiments")
+    rows = (tmp_path / "stored.csv").read_bytes().decode("utf-8").split("\r\n")[2:-1]
+    assert [row.split(";")[1] for row in rows] == ["20", "20", "20", "20"]
