@@ -183,10 +183,9 @@ int RunImport(const Args& args) {
     std::FILE* summary = toStandardOutput ? stderr : stdout;
     std::fprintf(summary,
                  "%s: %d column(s), %zu row(s), %zu invalid cell(s) (%s, separator %s, decimal "
-                 "mark %c, %d header line(s))
-                 ",
-                 static_cast<const char*>(target.utf8_str()),
-                 import.GetColumnCount(), import.GetRowCount(), import.GetInvalidCount(),
+                 "mark %c, %d header line(s))\n",
+                 static_cast<const char*>(target.utf8_str()), import.GetColumnCount(),
+                 import.GetRowCount(), import.GetInvalidCount(),
                  vyrtools::EncodingName(import.GetUsedEncoding()), shown.c_str(),
                  static_cast<char>(import.GetUsedDecimalMark()), import.GetHeaderLineCount());
     PrintColumns(import, summary);
