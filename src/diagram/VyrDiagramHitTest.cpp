@@ -2,7 +2,9 @@
 // curve is measured in pixels under the range of its own units, exactly as it was painted.
 #include "vyrbase/diagram/VyrDiagram.h"
 
+#include <algorithm>
 #include <climits>
+#include <cmath>
 
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
@@ -21,11 +23,15 @@ const int kAxisTolerance = 25;
 // painters' own point reader, so that a point is hit exactly where it was drawn. The diagram's
 // transform must already be the curve's.
 template <class F>
-void ForEachValidPixel(const VyrWorldTransform& world, VyrCourbe* courbe, F f) {
-    const VyrCurvePoints points(courbe, world);
-    for (int i = 0; i < points.GetCount(); ++i)
+void ForEachValidPixel(const VyrCurvePoints& points, F f) {
+    for (int i = points.Begin(); i < points.End(); i = points.Next(i))
         if (points.IsValid(i))
             f(i, points.Pixel(i));
+}
+
+template <class F>
+void ForEachValidPixel(const VyrWorldTransform& world, VyrCourbe* courbe, F f) {
+    ForEachValidPixel(VyrCurvePoints(courbe, world), f);
 }
 
 }  // namespace
@@ -59,16 +65,23 @@ int VyrDiagram::FindPoint(VyrCourbe* courbe, int maxDist2, wxPoint p, int* dist2
     int bestDist = INT_MAX;
     if (courbe) {
         VyrDiagramScaleGuard guard(*this);
-        if (SetCurrentScaleForCourbe(courbe))
-            ForEachValidPixel(VyrWorldTransform{m_dAx, m_dBx, m_dAy, m_dBy}, courbe,
-                              [&](int i, const wxPoint& px) {
-                                  const int d = VyrPixelDistance2(px.x, px.y, p.x, p.y);
-                                  // Strictly smaller: on equal distances the lower index stays.
-                                  if (d <= limit && d < bestDist) {
-                                      best = i;
-                                      bestDist = d;
-                                  }
-                              });
+        if (SetCurrentScaleForCourbe(courbe)) {
+            VyrCurvePoints points(courbe, VyrWorldTransform{m_dAx, m_dBx, m_dAy, m_dBy});
+            // Only the columns within the tolerance can hold a point in range: the walk leaves
+            // out the others, so a mouse over a long recording costs what lies under it.
+            if (limit != INT_MAX && p.x > -(1 << 28) && p.x < (1 << 28)) {
+                const int reach = static_cast<int>(std::ceil(std::sqrt(double(limit))));
+                points.KeepColumns(p.x - reach, p.x + reach, 2);
+            }
+            ForEachValidPixel(points, [&](int i, const wxPoint& px) {
+                const int d = VyrPixelDistance2(px.x, px.y, p.x, p.y);
+                // Strictly smaller: on equal distances the lower index stays.
+                if (d <= limit && d < bestDist) {
+                    best = i;
+                    bestDist = d;
+                }
+            });
+        }
     }
     if (dist2)
         *dist2 = bestDist;

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <random>
+#include <vector>
 
+#include "support/CurveBuilder.h"
 #include "support/DiagramTestDocument.h"
 #include "vyrbase/data/VyrUnit.h"
 #include "vyrbase/data/VyrVecteur.h"
@@ -186,4 +190,59 @@ TEST_F(HitTest, FarAwayPixelsDoNotOverflow) {
     EXPECT_EQ(dist2, INT_MAX);
     EXPECT_EQ(d->HitTestAxis(wxPoint(INT_MIN, INT_MAX)), -1);
     EXPECT_EQ(d->HitTestFleche(wxPoint(INT_MAX, INT_MIN)), -1);
+}
+
+// The search walks only the columns within the tolerance (by bisection on an ascending X, or
+// leaving out runs of points beyond them otherwise): it answers what a look at every point
+// answers, point and distance, on dense curves under the mouse anywhere.
+TEST(HitTestDense, FindPointAnswersWhatEveryPointAnswers) {
+    std::mt19937 random(31);
+    std::uniform_real_distribution<double> step(-3.0, 3.2);
+    std::uniform_real_distribution<double> noise(-20.0, 20.0);
+    for (bool ascending : {true, false}) {
+        VyrBaseData doc(nullptr);
+        VyrExperience* e = AddExperience(doc, "E1");
+        std::vector<std::pair<double, double>> pts;
+        double x = -100.0;
+        for (int i = 0; i < 20000; ++i) {
+            x = ascending ? -100.0 + 600.0 * i / 20000.0
+                          : std::min(500.0, std::max(-100.0, x + step(random)));
+            pts.push_back({x, 100.0 + noise(random)});
+        }
+        VyrCourbe* c = AddCurve(doc, e, {"U", "V", "t", "s"}, pts);
+        for (int i = 3; i < 20000; i += 97)
+            c->GetVy()->ValidateAt(i, false);
+        VyrDiagram* d = ShowInDiagram(doc, 0, {c});
+        wxRect plot(50, 20, 401, 201);
+        d->Move(plot);
+        VyrScale frame(0.0, 400.0, 0.0, 200.0);
+        d->SetManualScale(&frame, false);
+        ASSERT_EQ(c->GetVx()->IsSortedAscending(), ascending);
+        // Every drawable point's pixel, as the painters place it.
+        std::vector<wxPoint> pixels;
+        for (size_t i = 0; i < pts.size(); ++i)
+            pixels.push_back(d->RealToPixelCourbe(c, pts[i].first, pts[i].second));
+        for (int probe = 0; probe < 60; ++probe) {
+            const wxPoint p(static_cast<int>(random() % 700) - 100,
+                            static_cast<int>(random() % 300));
+            for (int tolerance : {0, 4, 25, 400, 90000}) {
+                int best = -1, bestDist = INT_MAX;
+                for (size_t i = 0; i < pixels.size(); ++i) {
+                    if (!c->GetVy()->IsValidAt(static_cast<int>(i)))
+                        continue;
+                    const long long dx = pixels[i].x - p.x, dy = pixels[i].y - p.y;
+                    const long long dist = dx * dx + dy * dy;
+                    if (dist <= tolerance && dist < bestDist) {
+                        best = static_cast<int>(i);
+                        bestDist = static_cast<int>(dist);
+                    }
+                }
+                int dist = -1;
+                EXPECT_EQ(VyrDiagramViewAccess::FindPoint(d, c, tolerance, p, &dist), best)
+                    << (ascending ? "ascending" : "wandering") << " at " << p.x << "," << p.y
+                    << " within " << tolerance;
+                EXPECT_EQ(dist, bestDist);
+            }
+        }
+    }
 }

@@ -159,7 +159,11 @@ TEST(VyrDiagramRecompute, RandomEditsEndWhereFullRecomputationEnds) {
                     deleted.back()->Undo();
                     delete deleted.back();
                     deleted.pop_back();
-                } else if (deleted.size() < 2) {
+                } else if (deleted.size() < 2 && std::none_of(deleted.begin(), deleted.end(),
+                                                              [c](VyrDeleteCurveCommand* d) {
+                                                                  return d->GetCourbe() == c;
+                                                              })) {
+                    // A curve is deleted once until its deletion is undone.
                     deleted.push_back(new VyrDeleteCurveCommand(c, e));
                     deleted.back()->Do();
                 }
