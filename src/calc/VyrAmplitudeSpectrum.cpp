@@ -1,0 +1,149 @@
+#include "vyrbase/calc/VyrAmplitudeSpectrum.h"
+
+#include <cmath>
+#include <complex>
+#include <new>
+
+#include <kissfft.hh>
+
+#include "calc/VyrCalcPoints.h"
+#include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrVecteur.h"
+
+namespace {
+
+// Spacing off the even grid by more than this share of the step is not uniform sampling.
+const double kUniformTolerance = 0.01;
+
+struct TimeUnit {
+    const wchar_t* unit;
+    double seconds;
+};
+
+// The time units whose spectrum reads in Hz, and their length in seconds.
+const TimeUnit kTimeUnits[] = {
+    {L"s", 1.0},        {L"ms", 1e-3},  {L"us", 1e-6},  {L"\u00b5s", 1e-6},
+    {L"\u03bcs", 1e-6}, {L"min", 60.0}, {L"h", 3600.0},
+};
+
+}  // namespace
+
+long VyrAmplitudeSpectrum::LargestFastLength(long n) {
+    long best = n >= 1 ? 1 : 0;
+    for (long a = 1; a <= n; a *= 2)
+        for (long b = a; b <= n; b *= 3)
+            for (long c = b; c <= n; c *= 5)
+                if (c > best)
+                    best = c;
+    return best;
+}
+
+wxString VyrAmplitudeSpectrum::GetErrorText() const {
+    switch (m_error) {
+        case kErrorNone:
+            return wxString();
+        case kErrorNoCurve:
+            return "no curve of an experiment";
+        case kErrorTooFewPoints:
+            return "a spectrum needs at least four valid points";
+        case kErrorNotUniform:
+            return "the curve is not uniformly sampled (its valid points are not evenly spaced "
+                   "in increasing X): a spectrum needs a constant step";
+        case kErrorMemory:
+            return "not enough memory for the spectrum";
+    }
+    return wxString();
+}
+
+bool VyrAmplitudeSpectrum::Compute(const VyrCourbe* c) {
+    m_error = kErrorNone;
+    m_frequencies.clear();
+    m_amplitudes.clear();
+    m_sFrequencyUnit.clear();
+    m_iPointsUsed = 0;
+    m_dStep = 0.0;
+    if (!c || !c->GetVx() || !c->GetVy()) {
+        m_error = kErrorNoCurve;
+        return false;
+    }
+    try {
+        vyrcalc::Points p;
+        const double inf = std::numeric_limits<double>::infinity();
+        vyrcalc::CollectValidPoints(c, -inf, inf, p);
+        const size_t n = p.x.size();
+        if (n < 4) {
+            m_error = kErrorTooFewPoints;
+            return false;
+        }
+        const double step = (p.x[n - 1] - p.x[0]) / (n - 1);
+        bool uniform = step > 0.0 && std::isfinite(step);
+        for (size_t i = 0; uniform && i < n; ++i)
+            uniform = std::fabs(p.x[i] - (p.x[0] + i * step)) <= kUniformTolerance * step;
+        if (!uniform) {
+            m_error = kErrorNotUniform;
+            return false;
+        }
+        const size_t used = static_cast<size_t>(LargestFastLength(static_cast<long>(n)));
+        // The step over the points used, from their own ends.
+        const double usedStep = (p.x[used - 1] - p.x[0]) / (used - 1);
+
+        std::vector<std::complex<double>> in(used), out(used);
+        for (size_t i = 0; i < used; ++i)
+            in[i] = p.y[i];
+        kissfft<double>(used, false).transform(in.data(), out.data());
+
+        double seconds = 0.0;
+        const wxString& unit = c->GetVx()->GetUnite();
+        for (const TimeUnit& t : kTimeUnits)
+            if (unit == t.unit)
+                seconds = t.seconds;
+        m_sFrequencyUnit = seconds > 0.0 ? wxString("Hz") : unit.empty() ? wxString() : "1/" + unit;
+        const double span = used * usedStep * (seconds > 0.0 ? seconds : 1.0);
+
+        const size_t bins = used / 2 + 1;
+        m_frequencies.resize(bins);
+        m_amplitudes.resize(bins);
+        for (size_t k = 0; k < bins; ++k) {
+            m_frequencies[k] = k / span;
+            const bool single = k == 0 || 2 * k == used;
+            m_amplitudes[k] = std::abs(out[k]) * (single ? 1.0 : 2.0) / used;
+        }
+        m_iPointsUsed = static_cast<int>(used);
+        m_dStep = usedStep;
+        return true;
+    } catch (const std::bad_alloc&) {
+        m_frequencies.clear();
+        m_amplitudes.clear();
+        m_error = kErrorMemory;
+        return false;
+    }
+}
+
+VyrCourbe* VyrAmplitudeSpectrum::CreateCurve(VyrCourbe* c) {
+    VyrExperience* e = vyrcalc::ExperienceOf(c);
+    if (!e) {
+        m_error = kErrorNoCurve;
+        return nullptr;
+    }
+    if (!Compute(c))
+        return nullptr;
+    try {
+        vyrcalc::Points p;
+        p.x = m_frequencies;
+        p.y = m_amplitudes;
+        vyrcalc::CurveSpec spec;
+        spec.grdX = "f";
+        spec.uniteX = m_sFrequencyUnit;
+        spec.grdY = c->GetVy()->GetGrandeur();
+        spec.uniteY = c->GetVy()->GetUnite();
+        spec.name = "SPECTRUM_" + c->GetEntityName();
+        VyrCourbe* made = vyrcalc::StoreCurve(*c->GetBase(), e, spec, p, c);
+        if (!made)
+            m_error = kErrorMemory;
+        return made;
+    } catch (const std::bad_alloc&) {
+        m_error = kErrorMemory;
+        return nullptr;
+    }
+}
