@@ -14,7 +14,7 @@
 // four valid points. Invalid points before the first or after the last valid point are left
 // out. The transform works on N points with no prime factor above 5, where it is fast whatever
 // N: the valid points' count when it is such a number, else the largest such count below it
-// (at least 86% of the points, and 93% from 1000 points on), taken from the start of the curve.
+// (at least 85% of the points, and 93% from 1000 points on), taken from the start of the curve.
 #ifndef VYRBASE_CALC_VYRAMPLITUDESPECTRUM_H
 #define VYRBASE_CALC_VYRAMPLITUDESPECTRUM_H
 
