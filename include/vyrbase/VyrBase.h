@@ -45,5 +45,6 @@
 #include "vyrbase/diagram/VyrDiagramExport.h"
 #include "vyrbase/diagram/VyrDiagramViewAccess.h"
 #include "vyrbase/diagram/VyrGraphObj.h"
+#include "vyrbase/calc/VyrFormula.h"
 
 #endif
