@@ -96,6 +96,7 @@ VyrCourbe* StoreCurve(VyrBaseData& doc, VyrExperience* e, const CurveSpec& spec,
     p.m_sUniteX = spec.uniteX;
     p.m_sGrdY = spec.grdY;
     p.m_sUniteY = spec.uniteY;
+    p.m_sText = spec.text;
     if (like) {
         p.m_iWidth = like->GetWidth();
         p.m_iStylePoint = like->GetStylePoint();

@@ -39,6 +39,7 @@ struct CurveSpec {
     wxString uniteX;
     wxString grdY;
     wxString uniteY;
+    wxString text;  // the curve's free text, saved with it
 };
 
 // Creates (or reuses and empties, as CreateCourbe does for the same quantities and units) a
