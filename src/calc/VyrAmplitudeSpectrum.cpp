@@ -1,5 +1,6 @@
 #include "vyrbase/calc/VyrAmplitudeSpectrum.h"
 
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <new>
@@ -15,6 +16,11 @@ namespace {
 
 // Spacing off the even grid by more than this share of the step is not uniform sampling.
 const double kUniformTolerance = 0.01;
+// The document file keeps six significant digits of each value ("%g"): an abscissa read back
+// is off by up to half a unit of its sixth digit, and the even grid, whose step comes from the
+// two ends read back, by nearly as much again: one unit of the sixth digit, at most this share
+// of the value. At 44.1 kHz over a few seconds that is half a step, which the grid must allow.
+const double kWrittenPrecision = 1e-5;
 
 struct TimeUnit {
     const wchar_t* unit;
@@ -68,18 +74,34 @@ bool VyrAmplitudeSpectrum::Compute(const VyrCourbe* c) {
         return false;
     }
     try {
-        vyrcalc::Points p;
-        const double inf = std::numeric_limits<double>::infinity();
-        vyrcalc::CollectValidPoints(c, -inf, inf, p);
+        vyrcalc::Points all, p;
+        vyrcalc::CollectAllPoints(c, all);
+        // Invalid points before the first and after the last valid one are left out; one in
+        // between is a gap in the sampling.
+        size_t first = 0, last = all.x.size();
+        while (first < last && !all.valid[first])
+            ++first;
+        while (last > first && !all.valid[last - 1])
+            --last;
+        bool gap = false;
+        for (size_t i = first; i < last; ++i)
+            gap = gap || !all.valid[i];
+        p.x.assign(all.x.begin() + first, all.x.begin() + last);
+        p.y.assign(all.y.begin() + first, all.y.begin() + last);
         const size_t n = p.x.size();
-        if (n < 4) {
+        if (n < 4 && !gap) {
             m_error = kErrorTooFewPoints;
             return false;
         }
-        const double step = (p.x[n - 1] - p.x[0]) / (n - 1);
-        bool uniform = step > 0.0 && std::isfinite(step);
-        for (size_t i = 0; uniform && i < n; ++i)
-            uniform = std::fabs(p.x[i] - (p.x[0] + i * step)) <= kUniformTolerance * step;
+        const double step = n > 1 ? (p.x[n - 1] - p.x[0]) / (n - 1) : 0.0;
+        bool uniform = !gap && step > 0.0 && std::isfinite(step);
+        for (size_t i = 0; uniform && i < n; ++i) {
+            const double grid = p.x[0] + i * step;
+            const double tolerance =
+                kUniformTolerance * step +
+                kWrittenPrecision * std::max(std::fabs(grid), std::fabs(p.x[i]));
+            uniform = std::fabs(p.x[i] - grid) <= tolerance;
+        }
         if (!uniform) {
             m_error = kErrorNotUniform;
             return false;

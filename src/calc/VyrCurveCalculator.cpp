@@ -261,13 +261,16 @@ private:
 
 // The reference curve of the expression: the first curve it names by its Y quantity, else the
 // first whose abscissa it names. False with `error` for an unknown name.
-bool FindReference(VyrExperience* e, const wxString& expr, VyrCourbe*& reference, wxString& error) {
+bool FindReference(VyrExperience* e, const wxString& expr, VyrCourbe*& reference, wxString& error,
+                   const wxArrayString& variables = wxArrayString()) {
     reference = nullptr;
     VyrCourbe* byAbscissa = nullptr;
     for (const vyrcalc::NameUse& use : vyrcalc::ScanNames(expr)) {
         if (use.called || use.name == "pi")
             continue;
         Operand o;
+        if (variables.Index(use.name) != wxNOT_FOUND)
+            continue;
         if (!Resolve(e, use.name, o)) {
             error = "unknown name " + use.name + ": no variable, no curve of that quantity in " +
                     e->GetEntityName();
@@ -363,7 +366,8 @@ VyrCourbe* VyrCurveCalculator::Calculate(const wxString& assignment) {
     }
 }
 
-VyrExperience* VyrCurveCalculator::FindExperience(VyrBaseData& doc, const wxString& assignment) {
+VyrExperience* VyrCurveCalculator::FindExperience(VyrBaseData& doc, const wxString& assignment,
+                                                  const wxArrayString& variables) {
     wxString name, expr, error;
     if (!vyrcalc::SplitAssignment(assignment, name, expr))
         return nullptr;
@@ -371,7 +375,7 @@ VyrExperience* VyrCurveCalculator::FindExperience(VyrBaseData& doc, const wxStri
     while (node) {
         VyrExperience* e = doc.GetNextExperience(&node);
         VyrCourbe* reference = nullptr;
-        if (e && FindReference(e, expr, reference, error))
+        if (e && FindReference(e, expr, reference, error, variables))
             return e;
     }
     return nullptr;

@@ -63,6 +63,34 @@ const std::vector<Command>& AllCommands() {
          "decimal mark and header lines are detected; each option sets one of them (--skip:\n"
          "lines before the table). Without -o the output is IN with the extension .vyr.",
          &RunImport},
+        {"calc",
+         "vyr calc FILE 'NAME = EXPR' [--var NAME=V]... [--unit U] [--experiment E]\n"
+         "          [-o OUT.vyr]",
+         "Calculates a curve from the curves and variables of an experiment: P = U*I,\n"
+         "E = 0.5*m*v^2, a = deriv(v), Q = integ(I), Us = smooth(U, 5). Names are the curves'\n"
+         "quantities (Y, or X for the abscissa) and the experiment's variables; --var sets a\n"
+         "variable (kept in the document). The result takes the abscissas of the first curve\n"
+         "named; the others are interpolated onto them (no extrapolation: points outside are\n"
+         "invalid). Operators + - * / ^, functions sin cos tan asin acos atan exp ln log10 sqrt\n"
+         "abs, pi. The unit follows from the operands' (V*A gives V\u00b7A) unless --unit names\n"
+         "it. The experiment is the first where every name is found, or --experiment. -o writes\n"
+         "the document with the new curve (-o FILE updates the input, safely); without -o only\n"
+         "the summary is printed. A refused expression exits 2 with the reason.",
+         &RunCalc},
+        {"spectrum", "vyr spectrum FILE --curve NAME [-o OUT.vyr]",
+         "The amplitude spectrum of a uniformly sampled curve, as a new curve NAME(f) in Hz (for\n"
+         "X in s, ms, us, min or h; 1/unit otherwise): a sine of amplitude A reads A at its\n"
+         "frequency, the value at 0 is the mean. No window. Prints the step, the resolution and\n"
+         "the strongest frequency. A curve whose valid points are not evenly spaced is refused\n"
+         "(exit 2). NAME is a curve's display name (U(t)), its name or its Y quantity. -o as for\n"
+         "calc.",
+         &RunSpectrum},
+        {"stats", "vyr stats FILE --curve NAME [--from X] [--to X] [--json]",
+         "Statistics of a curve's valid points between two abscissas (bounds included, either\n"
+         "order, each side open when not given): points, mean, sd (n - 1), min, max, area\n"
+         "(trapezoids between the points), slope and intercept of the least-squares line.\n"
+         "--json prints one object with those keys (null where a value cannot be had).",
+         &RunStats},
         {"demo", "vyr demo [DIR]",
          "Builds sample documents a science class would produce (oscillation, sound, spectrum,\n"
          "pendulum, signal) through the library's API, saves each into DIR (default: samples),\n"

@@ -9,12 +9,14 @@
 // Frequencies: k / (N step), k = 0 .. N/2, in Hz when X is a time in s, ms, us (or µs), min or
 // h; in 1/unit for any other X unit (cycles per metre for a curve over m).
 //
-// What is refused: a curve whose valid points are not evenly spaced in increasing X within 1%
-// of the step (a gap left by an invalid point inside the curve is one) and a curve of fewer than
-// four valid points. Invalid points before the first or after the last valid point are left
-// out. The transform works on N points with no prime factor above 5, where it is fast whatever
-// N: the valid points' count when it is such a number, else the largest such count below it
-// (at least 85% of the points, and 93% from 1000 points on), taken from the start of the curve.
+// What is refused: a curve whose valid points are not evenly spaced in increasing X (each within
+// 1% of the step of its place on the even grid, plus the six significant digits to which the
+// document file keeps an abscissa), a curve with an invalid point between valid ones (a gap in
+// the sampling) and a curve of fewer than four valid points. Invalid points before the first or
+// after the last valid point are left out. The transform works on N points with no prime factor
+// above 5, where it is fast whatever N: the valid points' count when it is such a number, else the
+// largest such count below it (at least 85% of the points, and 93% from 1000 points on), taken from
+// the start of the curve.
 #ifndef VYRBASE_CALC_VYRAMPLITUDESPECTRUM_H
 #define VYRBASE_CALC_VYRAMPLITUDESPECTRUM_H
 

@@ -32,6 +32,7 @@
 #ifndef VYRBASE_CALC_VYRCURVECALCULATOR_H
 #define VYRBASE_CALC_VYRCURVECALCULATOR_H
 
+#include <wx/arrstr.h>
 #include <wx/string.h>
 
 #include "vyrbase/core/VyrExport.h"
@@ -59,8 +60,9 @@ public:
     const wxString& GetError() const { return m_sError; }
 
     // The first experiment of `doc` in which every name of the expression of `assignment`
-    // resolves (see above), or null.
-    static VyrExperience* FindExperience(VyrBaseData& doc, const wxString& assignment);
+    // resolves (see above) or is one of `variables` (names about to be set), or null.
+    static VyrExperience* FindExperience(VyrBaseData& doc, const wxString& assignment,
+                                         const wxArrayString& variables = wxArrayString());
 
 private:
     VyrExperience* m_pExperience;
