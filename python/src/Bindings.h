@@ -32,5 +32,7 @@ wxString FromPython(const std::string& text);
 void BindDocument(pybind11::module_& module);
 // vyrbase.Experiment and vyrbase.Curve.
 void BindExperimentAndCurve(pybind11::module_& module);
+// Curve.stats, derivative, integral, smoothed, spectrum and Experiment.calc.
+void BindCalc(pybind11::module_& module);
 
 #endif
