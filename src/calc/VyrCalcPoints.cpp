@@ -5,12 +5,48 @@
 
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/core/VyrObserverMsg.h"
+#include "vyrbase/data/VyrBitMask.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrCourbeParam.h"
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrVecteur.h"
 
 namespace vyrcalc {
+
+void ReadValidity(const VyrVecteur& v, int n, unsigned char* out) {
+    const VyrBitMask& mask = *v.GetValidity();
+    const int size = std::min(n, v.GetSize());
+    // A stored 0 is a valid point; bytes beyond the mask's read as valid.
+    const int stored = std::min(mask.GetSize(), (size + 7) / 8);
+    int i = 0;
+    for (int k = 0; k < stored; ++k) {
+        const unsigned char byte = mask[k];
+        for (int b = 0; b < 8 && i < size; ++b, ++i)
+            out[i] = !(byte & (1u << b));
+    }
+    for (; i < size; ++i)
+        out[i] = 1;
+    for (; i < n; ++i)
+        out[i] = 0;
+}
+
+void WriteValidity(VyrVecteur& v, const unsigned char* valid, int n) {
+    if (n <= 0)
+        return;
+    VyrBitMask& mask = *v.GetValidity();
+    mask.SetSize(n);
+    const int bytes = (n + 7) / 8;
+    for (int k = 0; k < bytes; ++k) {
+        const int count = std::min(8, n - k * 8);
+        // The bits of the last byte beyond n keep their state.
+        unsigned char byte = count == 8 ? 0 : mask.GetOctetAt(k) & (0xffu << count);
+        if (valid)
+            for (int b = 0; b < count; ++b)
+                if (!valid[k * 8 + b])
+                    byte |= static_cast<unsigned char>(1u << b);
+        mask.SetOctetAt(k, byte);
+    }
+}
 
 void CollectValidPoints(const VyrCourbe* c, double lo, double hi, Points& out) {
     if (!c || !c->GetVx() || !c->GetVy())
@@ -22,11 +58,14 @@ void CollectValidPoints(const VyrCourbe* c, double lo, double hi, Points& out) {
     const double* ys = vy.GetArea();
     if (n <= 0 || !xs || !ys)
         return;
+    std::vector<unsigned char> validX(n), validY(n);
+    ReadValidity(vx, n, validX.data());
+    ReadValidity(vy, n, validY.data());
     out.x.reserve(out.x.size() + n);
     out.y.reserve(out.y.size() + n);
     for (int i = 0; i < n; ++i) {
         const double x = xs[i];
-        if (x >= lo && x <= hi && vx.IsValidAt(i) && vy.IsValidAt(i)) {
+        if (x >= lo && x <= hi && validX[i] && validY[i]) {
             out.x.push_back(x);
             out.y.push_back(ys[i]);
         }
@@ -44,9 +83,12 @@ void CollectAllPoints(const VyrCourbe* c, Points& out) {
         return;
     out.x.assign(vx.GetArea(), vx.GetArea() + n);
     out.y.assign(vy.GetArea(), vy.GetArea() + n);
+    std::vector<unsigned char> validY(n);
     out.valid.resize(n);
+    ReadValidity(vx, n, out.valid.data());
+    ReadValidity(vy, n, validY.data());
     for (int i = 0; i < n; ++i)
-        out.valid[i] = vx.IsValidAt(i) && vy.IsValidAt(i);
+        out.valid[i] = out.valid[i] && validY[i];
 }
 
 VyrExperience* ExperienceOf(const VyrCourbe* c) {
@@ -126,14 +168,13 @@ VyrCourbe* StoreCurve(VyrBaseData& doc, VyrExperience* e, const CurveSpec& spec,
         std::copy(points.x.begin(), points.x.end(), vx.GetArea());
         std::copy(points.y.begin(), points.y.end(), vy.GetArea());
     }
-    for (int i = 0; i < n; ++i) {
-        // A point that did not come out of the calculation keeps a value the file can hold.
-        const bool valid = points.valid.empty() || points.valid[i];
-        vx.ValidateAt(i, true);
-        vy.ValidateAt(i, valid);
-        if (!valid)
+    const unsigned char* valid = points.valid.empty() ? nullptr : points.valid.data();
+    WriteValidity(vx, nullptr, n);
+    WriteValidity(vy, valid, n);
+    // A point that did not come out of the calculation keeps a value the file can hold.
+    for (int i = 0; valid && i < n; ++i)
+        if (!valid[i])
             vy.GetArea()[i] = 0.0;
-    }
     VyrObserverMsg changed(VYR_MSG_DATA_CHANGED, c);
     doc.UpdateAllObservers(changed);
     return c;

@@ -10,6 +10,7 @@
 class VyrBaseData;
 class VyrCourbe;
 class VyrExperience;
+class VyrVecteur;
 
 namespace vyrcalc {
 
@@ -49,6 +50,13 @@ struct CurveSpec {
 // out (a curve then created is left empty).
 VyrCourbe* StoreCurve(VyrBaseData& doc, VyrExperience* e, const CurveSpec& spec,
                       const Points& points, const VyrCourbe* like);
+
+// out[i] = whether point i of `v` is valid, for i < n (false at and beyond the vector's size),
+// read a byte of the mask at a time.
+void ReadValidity(const VyrVecteur& v, int n, unsigned char* out);
+// Marks points 0..n-1 of `v` valid where valid[i] is not 0 (all of them for a null `valid`),
+// a byte of the mask at a time; the marks beyond n are kept.
+void WriteValidity(VyrVecteur& v, const unsigned char* valid, int n);
 
 // Whether the abscissas never decrease.
 bool IsAscending(const std::vector<double>& x);

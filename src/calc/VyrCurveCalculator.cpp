@@ -1,5 +1,6 @@
 #include "vyrbase/calc/VyrCurveCalculator.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -84,10 +85,8 @@ public:
         m_x.swap(p.x);
         m_refY.y.swap(p.y);
         m_refY.valid.swap(p.valid);
-        const VyrVecteur& vx = *reference->GetVx();
         m_xValid.resize(m_x.size());
-        for (size_t i = 0; i < m_x.size(); ++i)
-            m_xValid[i] = vx.IsValidAt(static_cast<int>(i));
+        vyrcalc::ReadValidity(*reference->GetVx(), static_cast<int>(m_x.size()), m_xValid.data());
     }
 
     const Values& X() const { return m_x; }
@@ -153,11 +152,14 @@ private:
             same = vx[static_cast<int>(i)] == m_x[i];
         if (same) {
             // The same abscissas: read by index.
-            for (size_t i = 0; i < n; ++i) {
-                const int k = static_cast<int>(i);
-                s->y[i] = vy[k];
-                s->valid[i] = m_xValid[i] && vx.IsValidAt(k) && vy.IsValidAt(k);
-            }
+            Validity validX(n), validY(n);
+            vyrcalc::ReadValidity(vx, static_cast<int>(n), validX.data());
+            vyrcalc::ReadValidity(vy, static_cast<int>(n), validY.data());
+            const int stored = std::min(static_cast<int>(n), vy.GetSize());
+            if (stored > 0)
+                std::copy(vy.GetArea(), vy.GetArea() + stored, s->y.begin());
+            for (size_t i = 0; i < n; ++i)
+                s->valid[i] = m_xValid[i] && validX[i] && validY[i];
         } else {
             int start = 0;
             double previous = -std::numeric_limits<double>::infinity();
@@ -228,6 +230,18 @@ private:
         const size_t n = m_x.size();
         out.y.assign(n, 0.0);
         out.valid.assign(n, 0);
+        if (series.size() == 1) {
+            // One series varies from point to point: the formula runs over the whole array.
+            const Values& in = series[0] ? series[0]->y : m_x;
+            formula.EvaluateArray(slotNames[0], in.data(), out.y.data(), n);
+            for (size_t i = 0; i < n; ++i) {
+                out.valid[i] = m_xValid[i] && (!series[0] || series[0]->valid[i]) &&
+                               std::isfinite(out.y[i]);
+                if (!out.valid[i])
+                    out.y[i] = 0.0;
+            }
+            return true;
+        }
         for (size_t i = 0; i < n; ++i) {
             bool valid = m_xValid[i] != 0;
             for (size_t k = 0; valid && k < series.size(); ++k) {
