@@ -110,10 +110,24 @@ bool VyrAmplitudeSpectrum::Compute(const VyrCourbe* c) {
         // The step over the points used, from their own ends.
         const double usedStep = (p.x[used - 1] - p.x[0]) / (used - 1);
 
-        std::vector<std::complex<double>> in(used), out(used);
-        for (size_t i = 0; i < used; ++i)
-            in[i] = p.y[i];
-        kissfft<double>(used, false).transform(in.data(), out.data());
+        // |X[k]| for k = 0 .. used/2. An even count of real values is transformed as half as
+        // many complex ones, which is half the work.
+        const size_t bins = used / 2 + 1;
+        std::vector<double> magnitude(bins);
+        if (used % 2 == 0) {
+            std::vector<std::complex<double>> out(used / 2);
+            kissfft<double>(used / 2, false).transform_real(p.y.data(), out.data());
+            // X[0] and X[used/2] are real: kept together in the first value.
+            magnitude[0] = std::fabs(out[0].real());
+            magnitude[bins - 1] = std::fabs(out[0].imag());
+            for (size_t k = 1; k + 1 < bins; ++k)
+                magnitude[k] = std::abs(out[k]);
+        } else {
+            std::vector<std::complex<double>> in(p.y.begin(), p.y.begin() + used), out(used);
+            kissfft<double>(used, false).transform(in.data(), out.data());
+            for (size_t k = 0; k < bins; ++k)
+                magnitude[k] = std::abs(out[k]);
+        }
 
         double seconds = 0.0;
         const wxString& unit = c->GetVx()->GetUnite();
@@ -123,13 +137,12 @@ bool VyrAmplitudeSpectrum::Compute(const VyrCourbe* c) {
         m_sFrequencyUnit = seconds > 0.0 ? wxString("Hz") : unit.empty() ? wxString() : "1/" + unit;
         const double span = used * usedStep * (seconds > 0.0 ? seconds : 1.0);
 
-        const size_t bins = used / 2 + 1;
         m_frequencies.resize(bins);
         m_amplitudes.resize(bins);
         for (size_t k = 0; k < bins; ++k) {
             m_frequencies[k] = k / span;
             const bool single = k == 0 || 2 * k == used;
-            m_amplitudes[k] = std::abs(out[k]) * (single ? 1.0 : 2.0) / used;
+            m_amplitudes[k] = magnitude[k] * (single ? 1.0 : 2.0) / used;
         }
         m_iPointsUsed = static_cast<int>(used);
         m_dStep = usedStep;

@@ -235,8 +235,8 @@ private:
             const Values& in = series[0] ? series[0]->y : m_x;
             formula.EvaluateArray(slotNames[0], in.data(), out.y.data(), n);
             for (size_t i = 0; i < n; ++i) {
-                out.valid[i] = m_xValid[i] && (!series[0] || series[0]->valid[i]) &&
-                               std::isfinite(out.y[i]);
+                out.valid[i] =
+                    m_xValid[i] && (!series[0] || series[0]->valid[i]) && std::isfinite(out.y[i]);
                 if (!out.valid[i])
                     out.y[i] = 0.0;
             }

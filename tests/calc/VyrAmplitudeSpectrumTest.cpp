@@ -135,3 +135,30 @@ TEST(VyrAmplitudeSpectrum, CreateCurveKeepsTheSpectrumAsUOfF) {
     // Again: the same curve is reused.
     EXPECT_EQ(s.CreateCurve(c), made);
 }
+
+TEST(VyrAmplitudeSpectrum, OddCountOfPointsReadsTheSameAmplitudes) {
+    Fixture f;
+    // 135 = 27 x 5 points over 1 s: 10 Hz makes ten whole periods; the last bin is no Nyquist.
+    VyrCourbe* c = f.Signal(135, 1.0 / 135, -0.25, 1.5, 10, 0.75, 67);
+    VyrAmplitudeSpectrum s;
+    ASSERT_TRUE(s.Compute(c));
+    EXPECT_EQ(s.GetPointsUsed(), 135);
+    ASSERT_EQ(s.GetAmplitudes().size(), 68u);
+    EXPECT_NEAR(s.GetAmplitudes()[0], 0.25, 1e-12);
+    EXPECT_NEAR(s.GetAmplitudes()[10], 1.5, 1e-12);
+    EXPECT_NEAR(s.GetAmplitudes()[67], 0.75, 1e-12);
+    EXPECT_NEAR(s.GetAmplitudes()[11], 0.0, 1e-12);
+}
+
+TEST(VyrAmplitudeSpectrum, AlternatingSignReadsItsAmplitudeAtTheLastFrequency) {
+    Fixture f;
+    VyrCourbe* c =
+        Curve(f.doc, f.e, "U", "V", {0, 1, 2, 3, 4, 5, 6, 7}, {3, -1, 3, -1, 3, -1, 3, -1});
+    VyrAmplitudeSpectrum s;
+    ASSERT_TRUE(s.Compute(c));
+    ASSERT_EQ(s.GetAmplitudes().size(), 5u);
+    EXPECT_NEAR(s.GetAmplitudes()[0], 1.0, 1e-15);
+    EXPECT_NEAR(s.GetAmplitudes()[4], 2.0, 1e-15);
+    EXPECT_NEAR(s.GetFrequencies()[4], 0.5, 1e-15);
+    EXPECT_NEAR(s.GetAmplitudes()[2], 0.0, 1e-15);
+}
