@@ -45,6 +45,7 @@
 #include "vyrbase/diagram/VyrDiagramExport.h"
 #include "vyrbase/diagram/VyrDiagramViewAccess.h"
 #include "vyrbase/diagram/VyrGraphObj.h"
+#include "vyrbase/calc/VyrFit.h"
 #include "vyrbase/calc/VyrFormula.h"
 
 #endif
