@@ -425,7 +425,7 @@ double VyrFit::Evaluate(double x) const {
     return y;
 }
 
-wxString VyrFit::FormatResult(int digits) const {
+wxString VyrFit::FormatResult(int digits, const wxString& separator) const {
     const Impl& d = *m_pImpl;
     digits = std::clamp(digits, 2, 15);
     // Numbers with a decimal point whatever the locale, as the document file writes them.
@@ -439,7 +439,7 @@ wxString VyrFit::FormatResult(int digits) const {
         text += d.parameterNames[k] + " = " + number(d.values[k], digits);
         if (std::isfinite(d.uncertainties[k]))
             text += L" \u00b1 " + number(d.uncertainties[k], 2);
-        text += "\n";
+        text += separator;
     }
     text += L"R\u00b2 = " + number(d.r2, std::max(digits, 6)) +
             wxString::Format(", %zu points", d.points);

@@ -61,7 +61,7 @@ VyrCourbe* VyrFit::AddToDocument(VyrBaseData* doc, VyrCourbe* source, int points
     const int anchor = points / 3;
     VyrNote* note = doc->CreateNoteEntity();
     note->SetType(VYR_NOTE_ANNOTATION);
-    note->SetText("y = " + GetEquation() + "\n" + FormatResult());
+    note->SetText("y = " + GetEquation() + "; " + FormatResult(4, "; "));
     note->SetPointIndex(anchor);
     const double yAnchor = curve->GetVy()->GetVal(anchor);
     double ymin = yAnchor, ymax = yAnchor;
