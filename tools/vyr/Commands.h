@@ -25,6 +25,7 @@ int RunRender(const Args& args);
 int RunConvert(const Args& args);
 int RunImport(const Args& args);
 int RunDemo(const Args& args);
+int RunFit(const Args& args);
 
 }  // namespace vyr
 
