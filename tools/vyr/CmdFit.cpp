@@ -142,7 +142,9 @@ int RunFit(const Args& args) {
         return kExitNoResult;
     }
     if (!parsed.Has("--json")) {
-        std::printf("%s: y = %s\n%s\nRSS = %.6g\n", Utf8(curveName).c_str(),
+        const wxString shown =
+            curve->GetVy()->GetGrandeur() + "(" + curve->GetVx()->GetGrandeur() + ")";
+        std::printf("%s: y = %s\n%s\nRSS = %.6g\n", Utf8(shown).c_str(),
                     Utf8(fit.GetEquation()).c_str(), Utf8(fit.FormatResult(6)).c_str(),
                     fit.GetRss());
     }
