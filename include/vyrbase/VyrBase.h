@@ -48,6 +48,7 @@
 #include "vyrbase/calc/VyrAmplitudeSpectrum.h"
 #include "vyrbase/calc/VyrCurveCalculator.h"
 #include "vyrbase/calc/VyrCurveCalculus.h"
+#include "vyrbase/calc/VyrFit.h"
 #include "vyrbase/calc/VyrFormula.h"
 #include "vyrbase/calc/VyrIntervalStats.h"
 

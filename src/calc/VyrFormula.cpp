@@ -95,6 +95,31 @@ bool VyrFormula::Parse(const wxString& expression) {
     return d.parsed;
 }
 
+bool VyrFormula::ParseDeclaring(const wxString& expression) {
+    // Each refusal for an unknown name declares it and tries again; a formula has few names.
+    for (int attempt = 0; attempt < 64; ++attempt) {
+        Impl& d = *m_pImpl;
+        d.parsed = false;
+        d.expression = expression;
+        std::string error, unknown;
+        const wxScopedCharBuffer utf8 = expression.utf8_str();
+        const std::string text(utf8.data(), utf8.length());
+        if (text.find('\0') != std::string::npos) {
+            d.error = "formula holds a zero character";
+            return false;
+        }
+        if (VyrCompileFormula(text, d.names, d.tape, d.used, error, &unknown)) {
+            d.parsed = true;
+            d.error.clear();
+            return true;
+        }
+        d.error = wxString::FromUTF8(error.c_str());
+        if (unknown.empty() || !DeclareVariable(wxString(unknown)))
+            return false;
+    }
+    return false;
+}
+
 bool VyrFormula::IsParsed() const {
     return m_pImpl->parsed;
 }
@@ -145,5 +170,21 @@ bool VyrFormula::EvaluateGradient(const int* withRespectTo, size_t count, double
         if (withRespectTo[k] < 0 || size_t(withRespectTo[k]) >= d.names.size())
             return false;
     d.tape.EvaluateGradient(d.Gather(), withRespectTo, count, value, gradient);
+    return true;
+}
+
+bool VyrFormula::EvaluateGradientArray(int variable, const double* in, size_t n,
+                                       const int* withRespectTo, size_t count, double* values,
+                                       double* jacobian) const {
+    const Impl& d = *m_pImpl;
+    if (!d.parsed || variable < 0 || size_t(variable) >= d.names.size() ||
+        (n > 0 && (!in || !values || (count > 0 && (!withRespectTo || !jacobian)))))
+        return false;
+    for (size_t k = 0; k < count; ++k)
+        if (withRespectTo[k] < 0 || size_t(withRespectTo[k]) >= d.names.size())
+            return false;
+    d.Gather();
+    d.tape.EvaluateGradientArray(d.values.data(), variable, in, n, withRespectTo, count, values,
+                                 jacobian);
     return true;
 }

@@ -185,8 +185,11 @@ bool VyrIsFormulaVariableName(const std::string& name) {
 }
 
 bool VyrCompileFormula(const std::string& text, const std::vector<std::string>& names,
-                       VyrFormulaTape& tape, std::vector<bool>& used, std::string& error) {
+                       VyrFormulaTape& tape, std::vector<bool>& used, std::string& error,
+                       std::string* unknown) {
     tape.Clear();
+    if (unknown)
+        unknown->clear();
     used.assign(names.size(), false);
     error.clear();
     if (text.find_first_not_of(" \t\r\n") == std::string::npos) {
@@ -216,10 +219,12 @@ bool VyrCompileFormula(const std::string& text, const std::vector<std::string>& 
     } catch (const mu::ParserError& e) {
         tape.Clear();
         used.assign(names.size(), false);
-        if (e.GetCode() == mu::ecUNASSIGNABLE_TOKEN)
+        if (e.GetCode() == mu::ecUNASSIGNABLE_TOKEN) {
             error = "unknown name \"" + e.GetToken() + "\" at position " +
                     std::to_string(e.GetPos() + 1);
-        else
+            if (unknown && VyrIsFormulaVariableName(e.GetToken()))
+                *unknown = e.GetToken();
+        } else
             error = e.GetMsg();
         return false;
     } catch (const std::exception& e) {

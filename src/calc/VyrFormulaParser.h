@@ -10,9 +10,11 @@
 
 // Variables are known by `names` (their index in it is the tape's variable index). On success
 // `used[i]` tells whether the formula uses variable i. On failure `error` says why in one line
-// and the tape is empty.
+// and the tape is empty; when the cause is a name that is not a variable but could be one,
+// `unknown` (if given) receives it.
 bool VyrCompileFormula(const std::string& text, const std::vector<std::string>& names,
-                       VyrFormulaTape& tape, std::vector<bool>& used, std::string& error);
+                       VyrFormulaTape& tape, std::vector<bool>& used, std::string& error,
+                       std::string* unknown = nullptr);
 
 // Whether `name` may name a variable: letters, digits and "_", not beginning with a digit, and
 // neither a function nor pi.

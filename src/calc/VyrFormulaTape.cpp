@@ -301,10 +301,32 @@ void VyrFormulaTape::EvaluateGradient(const double* values, const int* wrt, size
                                       double* value, double* gradient) const {
     if (m_steps.empty())
         return;
+    std::vector<double> stack(m_depth * (count + 1));
+    GradientAt(values, wrt, count, stack.data(), value, gradient);
+}
+
+void VyrFormulaTape::EvaluateGradientArray(double* values, int varying, const double* in, size_t n,
+                                           const int* wrt, size_t count, double* out,
+                                           double* jacobian) const {
+    if (m_steps.empty())
+        return;
+    std::vector<double> stack(m_depth * (count + 1));
+    std::vector<double> gradient(count);
+    const double kept = values[varying];
+    for (size_t j = 0; j < n; ++j) {
+        values[varying] = in[j];
+        GradientAt(values, wrt, count, stack.data(), &out[j], gradient.data());
+        for (size_t k = 0; k < count; ++k)
+            jacobian[k * n + j] = gradient[k];
+    }
+    values[varying] = kept;
+}
+
+void VyrFormulaTape::GradientAt(const double* values, const int* wrt, size_t count, double* stack,
+                                double* value, double* gradient) const {
     // Each stack entry is a value followed by its `count` partial derivatives.
     const size_t width = count + 1;
-    std::vector<double> stack(m_depth * width);
-    double* top = stack.data();
+    double* top = stack;
     for (size_t i = 0; i < m_steps.size(); ++i) {
         const VyrTapeStep& s = m_steps[i];
         switch (s.op) {

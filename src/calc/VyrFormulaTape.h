@@ -73,7 +73,13 @@ public:
     void EvaluateGradient(const double* values, const int* wrt, size_t count, double* value,
                           double* gradient) const;
 
+    // The value and derivatives at every in[j] (jacobian column-major, n rows).
+    void EvaluateGradientArray(double* values, int varying, const double* in, size_t n,
+                               const int* wrt, size_t count, double* out, double* jacobian) const;
+
 private:
+    void GradientAt(const double* values, const int* wrt, size_t count, double* stack,
+                    double* value, double* gradient) const;
     void EvaluateBlock(const double* values, int varying, const double* in, double* out, size_t n,
                        double* stack) const;
 

@@ -28,6 +28,7 @@ int RunDemo(const Args& args);
 int RunCalc(const Args& args);
 int RunSpectrum(const Args& args);
 int RunStats(const Args& args);
+int RunFit(const Args& args);
 
 }  // namespace vyr
 

@@ -96,6 +96,23 @@ const std::vector<Command>& AllCommands() {
          "pendulum, signal) through the library's API, saves each into DIR (default: samples),\n"
          "renders it and exports its CSV.",
          &RunDemo},
+        {"fit",
+         "vyr fit FILE --curve NAME (--model M | --formula F) [--start P=V,...]\n"
+         "           [--from X] [--to X] [--json] [-o OUT.vyr]",
+         "Fits a model to a curve (named by its name, \"Y(X)\" or its Y quantity) by nonlinear\n"
+         "least squares and prints the parameters with their standard uncertainties, R\u00b2\n"
+         "and the residual sum of squares. Models: linear a*x, affine a*x+b, poly2..poly5\n"
+         "c0+c1*x+..., exp A*exp(-x/tau)+C, power A*x^n, sine A*sin(2*pi*f*x+phi)+C, damped\n"
+         "A*exp(-x/tau)*sin(2*pi*f*x+phi)+C, gauss A*exp(-(x-mu)^2/(2*sigma^2))+C; they find\n"
+         "their starting values themselves. --formula fits any formula in x: its other names\n"
+         "are parameters (starting at 1 unless --start sets them), except the variables of the\n"
+         "curve's experiment. --from and --to keep the points in that range of X; invalid\n"
+         "points never count. --json prints {\"parameters\": {NAME: {\"value\", "
+         "\"uncertainty\"}},\n"
+         "\"rss\", \"r2\", \"points\", \"converged\"}. -o saves the document with the fitted\n"
+         "curve and its note (the equation and the parameters); OUT may be FILE itself.\n"
+         "A fit that does not converge prints no values and exits with 6.",
+         &RunFit},
     };
     return commands;
 }

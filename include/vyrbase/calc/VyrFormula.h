@@ -60,6 +60,10 @@ public:
     // Parses and compiles; false, with GetError, for a syntax error, an unknown name or an empty
     // text. A refused text leaves the formula unparsed.
     bool Parse(const wxString& expression);
+    // As Parse, but every unknown name that may name a variable is declared (value 0) instead of
+    // refused: the way to learn a model's parameters from its text. GetUsedVariables then
+    // lists them.
+    bool ParseDeclaring(const wxString& expression);
     bool IsParsed() const;
     const wxString& GetExpression() const;
     const wxString& GetError() const;
@@ -77,6 +81,11 @@ public:
     // withRespectTo[k], k < count. False (nothing written) when unparsed or an index is unknown.
     bool EvaluateGradient(const int* withRespectTo, size_t count, double* value,
                           double* gradient) const;
+    // Both over an array: with `variable` taking in[i], values[i] is the value and
+    // jacobian[k * n + i] its derivative with respect to withRespectTo[k] (one column of n
+    // after the other). False (nothing written) as EvaluateArray and EvaluateGradient.
+    bool EvaluateGradientArray(int variable, const double* in, size_t n, const int* withRespectTo,
+                               size_t count, double* values, double* jacobian) const;
 
 private:
     struct Impl;
