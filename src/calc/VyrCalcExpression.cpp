@@ -168,6 +168,16 @@ private:
     }
 
     bool Sum(wxString& u) {
+        // Deeper than any formula a person writes: the unit is then not followed, and the stack
+        // stays small whatever the text.
+        if (++m_depth > kMaxDepth)
+            return false;
+        const bool ok = SumAtDepth(u);
+        --m_depth;
+        return ok;
+    }
+
+    bool SumAtDepth(wxString& u) {
         if (!Product(u))
             return false;
         while (At('+') || At('-')) {
@@ -194,10 +204,8 @@ private:
 
     // A sign binds looser than ^: -x^2 is -(x^2).
     bool Unary(wxString& u) {
-        if (At('-') || At('+')) {
+        while (At('-') || At('+'))
             ++m_i;
-            return Unary(u);
-        }
         return Power(u);
     }
 
@@ -289,6 +297,8 @@ private:
     const std::function<bool(const wxString&, wxString&)>& m_unitOf;
     const wxString& m_xUnit;
     size_t m_i = 0;
+    int m_depth = 0;
+    static const int kMaxDepth = 200;
 };
 
 }  // namespace

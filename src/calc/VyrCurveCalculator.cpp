@@ -25,6 +25,8 @@ typedef VyrCurveCalculus::Validity Validity;
 
 // The largest smoothing width: wider than any acquisition's useful window.
 const long kMaxSmoothWidth = 1000000;
+// Series operations nested deeper than this are refused: a third derivative is already rare.
+const int kMaxSeriesDepth = 16;
 
 // What a name of the expression stands for.
 struct Operand {
@@ -92,14 +94,19 @@ public:
     const Values& X() const { return m_x; }
 
     // The series of `expr` on the reference abscissas; false with `error`.
-    bool Evaluate(wxString expr, Series& out, wxString& error) {
+    bool Evaluate(wxString expr, Series& out, wxString& error, int depth = 0) {
+        if (depth > kMaxSeriesDepth) {
+            error = wxString::Format("deriv, integ and smooth nested more than %d deep",
+                                     kMaxSeriesDepth);
+            return false;
+        }
         // The series operations first, innermost last: each becomes a name bound to its result.
         vyrcalc::SeriesCall call;
         while (vyrcalc::FindSeriesCall(expr, call, error)) {
             if (!error.empty())
                 return false;
             Series inner, result;
-            if (!Evaluate(call.argument, inner, error))
+            if (!Evaluate(call.argument, inner, error, depth + 1))
                 return false;
             bool done = false;
             if (call.op == "deriv")

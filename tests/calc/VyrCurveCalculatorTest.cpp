@@ -181,3 +181,20 @@ TEST(VyrCurveCalculator, FindExperienceTakesTheFirstWhereEveryNameResolves) {
     EXPECT_EQ(VyrCurveCalculator::FindExperience(f.doc, "P = U"), f.e);
     EXPECT_EQ(VyrCurveCalculator::FindExperience(f.doc, "P = Z"), nullptr);
 }
+
+TEST(VyrCurveCalculator, DeepNestingIsRefusedNotOverflowed) {
+    Fixture f;
+    Curve(f.doc, f.e, "U", "V", {0, 1, 2}, {1, 2, 3});
+    VyrCurveCalculator calc(f.e);
+    wxString deep = "U";
+    for (int i = 0; i < 100; ++i)
+        deep = "deriv(" + deep + ")";
+    EXPECT_EQ(calc.Calculate("D = " + deep), nullptr);
+    EXPECT_TRUE(calc.GetError().Contains("nested"));
+    // Parentheses nested far deeper than a person writes: no unit follows, nothing breaks.
+    const wxString parens = wxString('(', 100000) + "U" + wxString(')', 100000);
+    calc.Calculate("P = " + parens);
+    VyrCourbe* shallow = calc.Calculate("Q = ((U))");
+    ASSERT_NE(shallow, nullptr);
+    EXPECT_EQ(shallow->GetVy()->GetUnite(), "V");
+}
