@@ -7,6 +7,7 @@
 
 #include "calc/VyrCalcPoints.h"
 #include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrOutilInterval.h"
 
 void VyrIntervalStats::Reset() {
     *this = VyrIntervalStats();
@@ -15,6 +16,14 @@ void VyrIntervalStats::Reset() {
 bool VyrIntervalStats::Compute(const VyrCourbe* c) {
     const double inf = std::numeric_limits<double>::infinity();
     return Compute(c, -inf, inf);
+}
+
+bool VyrIntervalStats::Compute(const VyrCourbe* c, const VyrOutilInterval* tool) {
+    if (!tool) {
+        Reset();
+        return false;
+    }
+    return Compute(c, tool->GetX0(), tool->GetX1());
 }
 
 bool VyrIntervalStats::Compute(const VyrCourbe* c, double from, double to) {

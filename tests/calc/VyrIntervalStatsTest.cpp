@@ -4,6 +4,7 @@
 
 #include "CalcTestSupport.h"
 #include "vyrbase/calc/VyrIntervalStats.h"
+#include "vyrbase/data/VyrOutilInterval.h"
 
 using namespace calctest;
 
@@ -106,4 +107,17 @@ TEST(VyrIntervalStats, NullCurveAndNanBoundAreRefused) {
     EXPECT_EQ(s.GetPoints(), 0);
     EXPECT_FALSE(s.Compute(c, std::nan(""), 1.0));
     EXPECT_TRUE(std::isnan(s.GetMean()));
+}
+
+TEST(VyrIntervalStats, IntervalToolGivesTheRange) {
+    Fixture f;
+    VyrCourbe* c = Curve(f.doc, f.e, "U", "V", {0, 1, 2, 3, 4}, {1, 3, 2, 5, 4});
+    VyrOutilInterval tool(0, &f.doc);
+    tool.SetPoints(3, 0, 1, 0);  // drawn from right to left
+    VyrIntervalStats s;
+    ASSERT_TRUE(s.Compute(c, &tool));
+    EXPECT_EQ(s.GetPoints(), 3);
+    EXPECT_DOUBLE_EQ(s.GetMean(), 10.0 / 3.0);
+    EXPECT_DOUBLE_EQ(s.GetArea(), 2.5 + 3.5);
+    EXPECT_FALSE(s.Compute(c, static_cast<const VyrOutilInterval*>(nullptr)));
 }

@@ -217,6 +217,17 @@ class StatsTest(CalcTestCase):
         self.assertAlmostEqual(s["slope"], slope, delta=1e-9 * abs(slope))
         self.assertAlmostEqual(s["intercept"], mean - slope * mx, delta=1e-9)
 
+    def test_interval_tool_gives_the_range(self):
+        by_tool = run("stats", OSCILLATION, "--curve", "U", "--tool", "T", "--json")
+        self.assertEqual(by_tool.returncode, 0, by_tool.stderr)
+        by_bounds = run("stats", OSCILLATION, "--curve", "U", "--from", "0.004", "--to", "0.006",
+                        "--json")
+        self.assertEqual(json.loads(by_tool.stdout), json.loads(by_bounds.stdout))
+        self.assertFailsWith(run("stats", OSCILLATION, "--curve", "U", "--tool", "none"),
+                             EXIT_USAGE, "no interval tool labelled none")
+        self.assertFailsWith(run("stats", OSCILLATION, "--curve", "U", "--tool", "T", "--from",
+                                 "0"), EXIT_USAGE, "--tool")
+
     def test_text_names_units_and_empty_range_gives_nulls(self):
         result = run("stats", OSCILLATION, "--curve", "I")
         self.assertEqual(result.returncode, 0, result.stderr)

@@ -11,6 +11,7 @@
 #include "vyrbase/calc/VyrIntervalStats.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrOutilInterval.h"
 #include "vyrbase/data/VyrVecteur.h"
 
 namespace vyr {
@@ -29,7 +30,7 @@ std::string Utf8(const wxString& s) {
 }  // namespace
 
 int RunStats(const Args& args) {
-    Arguments parsed({"--json"}, {"--curve", "--from", "--to"});
+    Arguments parsed({"--json"}, {"--curve", "--from", "--to", "--tool"});
     std::string error;
     if (!parsed.Parse(args, error))
         return Usage(wxString::FromUTF8(error.c_str()));
@@ -52,6 +53,23 @@ int RunStats(const Args& args) {
     VyrCourbe* c = FindCurveArgument(doc, name);
     if (!c)
         return Usage("no curve " + name + " in " + input + " (curves: " + CurveNames(doc) + ")");
+    if (parsed.Has("--tool")) {
+        // The range of an interval tool of the document, by either of its labels.
+        if (parsed.Has("--from") || parsed.Has("--to"))
+            return Usage("--tool gives the range: no --from or --to with it");
+        const wxString label = wxString::FromUTF8(parsed.Value("--tool").c_str());
+        const VyrOutilInterval* tool = nullptr;
+        wxVyrListEntityNode* node = doc.GetFirstOutilIntervalNode();
+        while (node && !tool) {
+            VyrOutilInterval* t = doc.GetNextOutilInterval(&node);
+            if (t && (t->GetEtiq1() == label || t->GetEtiq2() == label))
+                tool = t;
+        }
+        if (!tool)
+            return Usage("no interval tool labelled " + label + " in " + input);
+        from = std::fmin(tool->GetX0(), tool->GetX1());
+        to = std::fmax(tool->GetX0(), tool->GetX1());
+    }
     VyrIntervalStats s;
     if (!s.Compute(c, from, to)) {
         Complain(input, "not enough memory for the statistics");
@@ -88,7 +106,7 @@ int RunStats(const Args& args) {
         return kExitOk;
     }
     std::printf("%s", Utf8(c->GetName()).c_str());
-    if (parsed.Has("--from") || parsed.Has("--to"))
+    if (parsed.Has("--from") || parsed.Has("--to") || parsed.Has("--tool"))
         std::printf(" from %.10g to %.10g %s", std::fmin(from, to), std::fmax(from, to),
                     Utf8(ux).c_str());
     std::printf("\n  %-10s %d\n", "points", s.GetPoints());

@@ -85,11 +85,12 @@ const std::vector<Command>& AllCommands() {
          "(exit 2). NAME is a curve's display name (U(t)), its name or its Y quantity. -o as for\n"
          "calc.",
          &RunSpectrum},
-        {"stats", "vyr stats FILE --curve NAME [--from X] [--to X] [--json]",
+        {"stats", "vyr stats FILE --curve NAME [--from X] [--to X | --tool LABEL] [--json]",
          "Statistics of a curve's valid points between two abscissas (bounds included, either\n"
          "order, each side open when not given): points, mean, sd (n - 1), min, max, area\n"
          "(trapezoids between the points), slope and intercept of the least-squares line.\n"
-         "--json prints one object with those keys (null where a value cannot be had).",
+         "--tool takes the range of the document's interval tool with that label. --json prints\n"
+         "one object with those keys (null where a value cannot be had).",
          &RunStats},
         {"demo", "vyr demo [DIR]",
          "Builds sample documents a science class would produce (oscillation, sound, spectrum,\n"

@@ -13,6 +13,7 @@
 #include "vyrbase/core/VyrExport.h"
 
 class VyrCourbe;
+class VyrOutilInterval;
 
 class VYRBASE_API VyrIntervalStats {
 public:
@@ -23,6 +24,9 @@ public:
     bool Compute(const VyrCourbe* c, double from, double to);
     // Over every valid point of the curve.
     bool Compute(const VyrCourbe* c);
+    // Between the abscissas of an interval tool's two points (x0 and x1); false for a null
+    // tool, as for a null curve.
+    bool Compute(const VyrCourbe* c, const VyrOutilInterval* tool);
 
     // What a value is when it cannot be had (too few points, no spread in X): NaN.
     static constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
