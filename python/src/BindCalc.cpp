@@ -98,8 +98,10 @@ CurveRef Derived(const CurveRef& ref, Op op, int width, const std::optional<std:
                           ? VyrCurveCalculus::CreateIntegral(ref.curve, given)
                           : VyrCurveCalculus::CreateSmoothed(ref.curve, width, given);
     if (!made)
-        throw py::value_error("the abscissas of " + std::string(ref.curve->GetName().utf8_str()) +
-                              " must increase");
+        throw py::value_error(std::string((target + " of " + ref.curve->GetName() +
+                                           ": the abscissas must increase, and a curve of that "
+                                           "quantity that was measured is never replaced")
+                                              .utf8_str()));
     return Shown(ref.doc, made);
 }
 

@@ -58,6 +58,8 @@ wxString VyrAmplitudeSpectrum::GetErrorText() const {
                    "in increasing X): a spectrum needs a constant step";
         case kErrorMemory:
             return "not enough memory for the spectrum";
+        case kErrorCurveExists:
+            return "a curve of the spectrum's quantities and units exists and is no spectrum";
     }
     return wxString();
 }
@@ -173,6 +175,11 @@ VyrCourbe* VyrAmplitudeSpectrum::CreateCurve(VyrCourbe* c) {
         spec.grdY = c->GetVy()->GetGrandeur();
         spec.uniteY = c->GetVy()->GetUnite();
         spec.name = "SPECTRUM_" + c->GetEntityName();
+        spec.text = spec.grdY + " = spectrum of " + c->GetName();
+        if (vyrcalc::FindBlockingCurve(e, spec, spec.grdY + " = spectrum of ")) {
+            m_error = kErrorCurveExists;
+            return nullptr;
+        }
         VyrCourbe* made = vyrcalc::StoreCurve(*c->GetBase(), e, spec, p, c);
         if (!made)
             m_error = kErrorMemory;

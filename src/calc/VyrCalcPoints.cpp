@@ -97,6 +97,13 @@ VyrExperience* ExperienceOf(const VyrCourbe* c) {
     return c->GetBase()->FindExperienceFromCourbe(const_cast<VyrCourbe*>(c));
 }
 
+VyrCourbe* FindBlockingCurve(VyrExperience* e, const CurveSpec& spec, const wxString& ownPrefix) {
+    if (!e)
+        return nullptr;
+    VyrCourbe* existing = e->FindCourbeByGrd(spec.grdY, spec.uniteY, spec.grdX, spec.uniteX);
+    return existing && !existing->GetText().StartsWith(ownPrefix) ? existing : nullptr;
+}
+
 bool IsAscending(const std::vector<double>& x) {
     for (size_t i = 1; i < x.size(); ++i)
         if (!(x[i] >= x[i - 1]))

@@ -58,6 +58,11 @@ void ReadValidity(const VyrVecteur& v, int n, unsigned char* out);
 // a byte of the mask at a time; the marks beyond n are kept.
 void WriteValidity(VyrVecteur& v, const unsigned char* valid, int n);
 
+// The curve of `e` that storing `spec` would empty and reuse (the same quantities and units)
+// when it is not one the calculator made: its text does not begin with `ownPrefix`. Null when
+// the result may be stored. A measured curve is never overwritten by a calculation.
+VyrCourbe* FindBlockingCurve(VyrExperience* e, const CurveSpec& spec, const wxString& ownPrefix);
+
 // Whether the abscissas never decrease.
 bool IsAscending(const std::vector<double>& x);
 

@@ -362,8 +362,7 @@ VyrCourbe* VyrCurveCalculator::Calculate(const wxString& assignment) {
             spec.uniteY.clear();
     }
     // A curve of that quantity and those units is replaced: only one this calculator made.
-    VyrCourbe* existing = e->FindCourbeByGrd(spec.grdY, spec.uniteY, spec.grdX, spec.uniteX);
-    if (existing && !existing->GetText().StartsWith(name + " = ")) {
+    if (VyrCourbe* existing = vyrcalc::FindBlockingCurve(e, spec, name + " = ")) {
         m_sError = "a curve " + existing->GetName() +
                    " already exists and was not calculated: choose another name";
         return nullptr;

@@ -173,6 +173,14 @@ VyrCourbe* CreateFrom(VyrCourbe* c, Operation op, int width, const wxString& nam
         if (!name.empty())
             spec.grdY = name;
         spec.name = "CALC_" + spec.grdY + "_" + c->GetEntityName();
+        // Written as the calculator writes its curves, so that either may replace it.
+        const wxString call = op == Operation::Derivative ? "deriv(" + gy + ")"
+                              : op == Operation::Integral
+                                  ? "integ(" + gy + ")"
+                                  : wxString::Format("smooth(%s, %d)", gy, width);
+        spec.text = spec.grdY + " = " + call;
+        if (vyrcalc::FindBlockingCurve(e, spec, spec.grdY + " = "))
+            return nullptr;
         return vyrcalc::StoreCurve(*c->GetBase(), e, spec, result, c);
     } catch (const std::bad_alloc&) {
         return nullptr;

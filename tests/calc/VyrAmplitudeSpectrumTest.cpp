@@ -162,3 +162,14 @@ TEST(VyrAmplitudeSpectrum, AlternatingSignReadsItsAmplitudeAtTheLastFrequency) {
     EXPECT_NEAR(s.GetFrequencies()[4], 0.5, 1e-15);
     EXPECT_NEAR(s.GetAmplitudes()[2], 0.0, 1e-15);
 }
+
+TEST(VyrAmplitudeSpectrum, MeasuredCurveOfTheSameQuantitiesIsNeverOverwritten) {
+    Fixture f;
+    VyrCourbe* c = f.Signal(100, 0.01, 0.0, 1.0, 10);
+    // A frequency response measured in the same experiment: U(f) in V over Hz.
+    VyrCourbe* measured = Curve(f.doc, f.e, "U", "V", {1, 2, 3}, {4, 5, 6}, {}, "f", "Hz");
+    VyrAmplitudeSpectrum s;
+    EXPECT_EQ(s.CreateCurve(c), nullptr);
+    EXPECT_EQ(s.GetError(), VyrAmplitudeSpectrum::kErrorCurveExists);
+    EXPECT_EQ(Values(measured->GetVy()), (std::vector<double>{4, 5, 6}));
+}

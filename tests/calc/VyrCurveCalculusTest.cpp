@@ -116,3 +116,17 @@ TEST(VyrCurveCalculus, CreateDerivativeKeepsTheAbscissasAndDerivesTheUnit) {
     EXPECT_EQ(VyrCurveCalculus::CreateDerivative(nullptr), nullptr);
     EXPECT_EQ(VyrCurveCalculus::CreateSmoothed(x, 0), nullptr);
 }
+
+TEST(VyrCurveCalculus, MeasuredCurveOfTheResultQuantityIsNeverOverwritten) {
+    VyrBaseData doc(nullptr);
+    VyrExperience* e = Experience(doc, "E");
+    VyrCourbe* x = Curve(doc, e, "x", "m", {0, 1, 2}, {0, 1, 4});
+    VyrCourbe* speed = Curve(doc, e, "v", "m/s", {0, 1, 2}, {7, 7, 7});
+    EXPECT_EQ(VyrCurveCalculus::CreateDerivative(x, "v"), nullptr);
+    EXPECT_EQ(Values(speed->GetVy()), (std::vector<double>{7, 7, 7}));
+    // A derivative made before is replaced.
+    VyrCourbe* first = VyrCurveCalculus::CreateDerivative(x);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->GetText(), "dx/dt = deriv(x)");
+    EXPECT_EQ(VyrCurveCalculus::CreateDerivative(x), first);
+}

@@ -36,13 +36,16 @@ public:
         kErrorTooFewPoints,  // fewer than four valid points
         kErrorNotUniform,    // the valid points are not evenly spaced in increasing X
         kErrorMemory,        // memory ran out
+        kErrorCurveExists,   // CreateCurve: a curve of the result's quantities and units exists
+                             // that is no spectrum (it is never overwritten)
     };
 
     // Computes the spectrum of `c`; false (and GetError tells why) when it is refused.
     bool Compute(const VyrCourbe* c);
     // Computes the spectrum and keeps it as a new curve of the experiment holding `c`: Y the
     // quantity and unit of `c`, X the quantity "f" in the frequency unit, so that the
-    // spectrum of U(t) is U(f). An existing curve of those quantities and units is reused.
+    // spectrum of U(t) is U(f), with the text "U = spectrum of U(t)". An earlier spectrum of
+    // those quantities and units is reused.
     // Null when refused, or when `c` belongs to no experiment (kErrorNoCurve).
     VyrCourbe* CreateCurve(VyrCourbe* c);
 

@@ -41,9 +41,11 @@ public:
 
     // The same operations on a curve, kept as a new curve of its experiment with the same
     // abscissas: Y quantity `name` (by default dU/dt, integ(U) and smooth(U) for U(t)), unit
-    // V/s, V·s and V for a curve in V over s. A curve of that quantity and units already there
-    // is reused. Null for a null curve, a curve outside any experiment, one whose valid
-    // abscissas decrease, or when memory runs out.
+    // V/s, V·s and V for a curve in V over s, and the text "dU/dt = deriv(U)" (as a calculated
+    // curve's). A calculated curve of that quantity and units already there is reused. Null for
+    // a null curve, a curve outside any experiment, one whose valid abscissas decrease, a curve
+    // of that quantity and units that was not calculated (never overwritten), or when memory
+    // runs out.
     static VyrCourbe* CreateDerivative(VyrCourbe* c, const wxString& name = wxString());
     static VyrCourbe* CreateIntegral(VyrCourbe* c, const wxString& name = wxString());
     static VyrCourbe* CreateSmoothed(VyrCourbe* c, int width, const wxString& name = wxString());
