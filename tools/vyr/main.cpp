@@ -65,7 +65,7 @@ const std::vector<Command>& AllCommands() {
          &RunImport},
         {"calc",
          "vyr calc FILE 'NAME = EXPR' [--var NAME=V]... [--unit U] [--experiment E]\n"
-         "          [-o OUT.vyr]",
+         "           [-o OUT.vyr]",
          "Calculates a curve from the curves and variables of an experiment: P = U*I,\n"
          "E = 0.5*m*v^2, a = deriv(v), Q = integ(I), Us = smooth(U, 5). Names are the curves'\n"
          "quantities (Y, or X for the abscissa) and the experiment's variables; --var sets a\n"
@@ -85,7 +85,7 @@ const std::vector<Command>& AllCommands() {
          "(exit 2). NAME is a curve's display name (U(t)), its name or its Y quantity. -o as for\n"
          "calc.",
          &RunSpectrum},
-        {"stats", "vyr stats FILE --curve NAME [--from X] [--to X | --tool LABEL] [--json]",
+        {"stats", "vyr stats FILE --curve NAME [--from X] [--to X] [--tool LABEL] [--json]",
          "Statistics of a curve's valid points between two abscissas (bounds included, either\n"
          "order, each side open when not given): points, mean, sd (n - 1), min, max, area\n"
          "(trapezoids between the points), slope and intercept of the least-squares line.\n"
