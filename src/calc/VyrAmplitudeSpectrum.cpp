@@ -169,18 +169,18 @@ VyrCourbe* VyrAmplitudeSpectrum::CreateCurve(VyrCourbe* c) {
         vyrcalc::Points p;
         p.x = m_frequencies;
         p.y = m_amplitudes;
-        vyrcalc::CurveSpec spec;
-        spec.grdX = "f";
-        spec.uniteX = m_sFrequencyUnit;
-        spec.grdY = c->GetVy()->GetGrandeur();
-        spec.uniteY = c->GetVy()->GetUnite();
-        spec.name = "SPECTRUM_" + c->GetEntityName();
-        spec.text = spec.grdY + " = spectrum of " + c->GetName();
-        if (vyrcalc::FindBlockingCurve(e, spec, spec.grdY + " = spectrum of ")) {
+        vyrcalc::ResultCurve want;
+        want.grdX = "f";
+        want.uniteX = m_sFrequencyUnit;
+        want.grdY = c->GetVy()->GetGrandeur();
+        want.uniteY = c->GetVy()->GetUnite();
+        want.name = "SPECTRUM_" + c->GetEntityName();
+        want.text = want.grdY + " = spectrum of " + c->GetName();
+        if (vyrcalc::FindBlockingCurve(e, want, want.grdY + " = spectrum of ")) {
             m_error = kErrorCurveExists;
             return nullptr;
         }
-        VyrCourbe* made = vyrcalc::StoreCurve(*c->GetBase(), e, spec, p, c);
+        VyrCourbe* made = vyrcalc::StoreCurve(*c->GetBase(), e, want, p, c);
         if (!made)
             m_error = kErrorMemory;
         return made;

@@ -97,10 +97,10 @@ VyrExperience* ExperienceOf(const VyrCourbe* c) {
     return c->GetBase()->FindExperienceFromCourbe(const_cast<VyrCourbe*>(c));
 }
 
-VyrCourbe* FindBlockingCurve(VyrExperience* e, const CurveSpec& spec, const wxString& ownPrefix) {
+VyrCourbe* FindBlockingCurve(VyrExperience* e, const ResultCurve& want, const wxString& ownPrefix) {
     if (!e)
         return nullptr;
-    VyrCourbe* existing = e->FindCourbeByGrd(spec.grdY, spec.uniteY, spec.grdX, spec.uniteX);
+    VyrCourbe* existing = e->FindCourbeByGrd(want.grdY, want.uniteY, want.grdX, want.uniteX);
     return existing && !existing->GetText().StartsWith(ownPrefix) ? existing : nullptr;
 }
 
@@ -132,20 +132,20 @@ bool ValidRange(const std::vector<double>& v, const std::vector<unsigned char>& 
 
 }  // namespace
 
-VyrCourbe* StoreCurve(VyrBaseData& doc, VyrExperience* e, const CurveSpec& spec,
+VyrCourbe* StoreCurve(VyrBaseData& doc, VyrExperience* e, const ResultCurve& want,
                       const Points& points, const VyrCourbe* like) {
     if (!e || points.x.size() != points.y.size() ||
         points.x.size() > static_cast<size_t>(0x7fffffff - 200))
         return nullptr;
     VyrCourbeParam p;
-    p.m_sNom = spec.name;
-    p.m_sNomVx = spec.name + "VX";
-    p.m_sNomVy = spec.name + "VY";
-    p.m_sGrdX = spec.grdX;
-    p.m_sUniteX = spec.uniteX;
-    p.m_sGrdY = spec.grdY;
-    p.m_sUniteY = spec.uniteY;
-    p.m_sText = spec.text;
+    p.m_sNom = want.name;
+    p.m_sNomVx = want.name + "VX";
+    p.m_sNomVy = want.name + "VY";
+    p.m_sGrdX = want.grdX;
+    p.m_sUniteX = want.uniteX;
+    p.m_sGrdY = want.grdY;
+    p.m_sUniteY = want.uniteY;
+    p.m_sText = want.text;
     if (like) {
         p.m_iWidth = like->GetWidth();
         p.m_iStylePoint = like->GetStylePoint();

@@ -34,7 +34,7 @@ void CollectAllPoints(const VyrCourbe* c, Points& out);
 VyrExperience* ExperienceOf(const VyrCourbe* c);
 
 // What a result curve is called and measured in.
-struct CurveSpec {
+struct ResultCurve {
     wxString name;  // curve name; the vectors are named after it ("VX", "VY")
     wxString grdX;
     wxString uniteX;
@@ -48,7 +48,7 @@ struct CurveSpec {
 // points.valid is empty), styled like `like` when given, its standard ranges set to the valid
 // values. Sends code 11 (CreateCourbe), then code 1 with the curve. Null when memory runs
 // out (a curve then created is left empty).
-VyrCourbe* StoreCurve(VyrBaseData& doc, VyrExperience* e, const CurveSpec& spec,
+VyrCourbe* StoreCurve(VyrBaseData& doc, VyrExperience* e, const ResultCurve& want,
                       const Points& points, const VyrCourbe* like);
 
 // out[i] = whether point i of `v` is valid, for i < n (false at and beyond the vector's size),
@@ -58,10 +58,10 @@ void ReadValidity(const VyrVecteur& v, int n, unsigned char* out);
 // a byte of the mask at a time; the marks beyond n are kept.
 void WriteValidity(VyrVecteur& v, const unsigned char* valid, int n);
 
-// The curve of `e` that storing `spec` would empty and reuse (the same quantities and units)
+// The curve of `e` that storing `want` would empty and reuse (the same quantities and units)
 // when it is not one the calculator made: its text does not begin with `ownPrefix`. Null when
 // the result may be stored. A measured curve is never overwritten by a calculation.
-VyrCourbe* FindBlockingCurve(VyrExperience* e, const CurveSpec& spec, const wxString& ownPrefix);
+VyrCourbe* FindBlockingCurve(VyrExperience* e, const ResultCurve& want, const wxString& ownPrefix);
 
 // Whether the abscissas never decrease.
 bool IsAscending(const std::vector<double>& x);

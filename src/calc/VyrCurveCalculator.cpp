@@ -343,13 +343,13 @@ VyrCourbe* VyrCurveCalculator::Calculate(const wxString& assignment) {
         return nullptr;
     const VyrVecteur& rx = *reference->GetVx();
 
-    vyrcalc::CurveSpec spec;
-    spec.name = "CALC_" + name;
-    spec.grdX = rx.GetGrandeur();
-    spec.uniteX = rx.GetUnite();
-    spec.grdY = name;
-    spec.text = name + " = " + expr;
-    spec.uniteY = m_sUnit;
+    vyrcalc::ResultCurve want;
+    want.name = "CALC_" + name;
+    want.grdX = rx.GetGrandeur();
+    want.uniteX = rx.GetUnite();
+    want.grdY = name;
+    want.text = name + " = " + expr;
+    want.uniteY = m_sUnit;
     if (m_sUnit.empty()) {
         auto unitOf = [&](const wxString& n, wxString& unit) {
             Operand o;
@@ -358,11 +358,11 @@ VyrCourbe* VyrCurveCalculator::Calculate(const wxString& assignment) {
             unit = (o.kind == Operand::kCurve ? o.curve->GetVy() : o.curve->GetVx())->GetUnite();
             return true;
         };
-        if (!vyrcalc::InferUnit(expr, unitOf, rx.GetUnite(), spec.uniteY))
-            spec.uniteY.clear();
+        if (!vyrcalc::InferUnit(expr, unitOf, rx.GetUnite(), want.uniteY))
+            want.uniteY.clear();
     }
     // A curve of that quantity and those units is replaced: only one this calculator made.
-    if (VyrCourbe* existing = vyrcalc::FindBlockingCurve(e, spec, name + " = ")) {
+    if (VyrCourbe* existing = vyrcalc::FindBlockingCurve(e, want, name + " = ")) {
         m_sError = "a curve " + existing->GetName() +
                    " already exists and was not calculated: choose another name";
         return nullptr;
@@ -376,7 +376,7 @@ VyrCourbe* VyrCurveCalculator::Calculate(const wxString& assignment) {
         points.x = evaluation.X();
         points.y.swap(result.y);
         points.valid.swap(result.valid);
-        VyrCourbe* made = vyrcalc::StoreCurve(*e->GetBase(), e, spec, points, reference);
+        VyrCourbe* made = vyrcalc::StoreCurve(*e->GetBase(), e, want, points, reference);
         if (!made)
             m_sError = "not enough memory for the calculated curve";
         return made;

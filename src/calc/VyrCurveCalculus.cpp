@@ -148,40 +148,40 @@ VyrCourbe* CreateFrom(VyrCourbe* c, Operation op, int width, const wxString& nam
         const wxString& gy = c->GetVy()->GetGrandeur();
         const wxString& ux = c->GetVx()->GetUnite();
         const wxString& uy = c->GetVy()->GetUnite();
-        vyrcalc::CurveSpec spec;
-        spec.grdX = gx;
-        spec.uniteX = ux;
+        vyrcalc::ResultCurve want;
+        want.grdX = gx;
+        want.uniteX = ux;
         switch (op) {
             case Operation::Derivative:
                 done = VyrCurveCalculus::Derivative(p.x, p.y, p.valid, result.y, result.valid);
-                spec.grdY = "d" + gy + "/d" + gx;
-                spec.uniteY = vyrcalc::UnitQuotient(uy, ux);
+                want.grdY = "d" + gy + "/d" + gx;
+                want.uniteY = vyrcalc::UnitQuotient(uy, ux);
                 break;
             case Operation::Integral:
                 done = VyrCurveCalculus::Integral(p.x, p.y, p.valid, result.y, result.valid);
-                spec.grdY = "integ(" + gy + ")";
-                spec.uniteY = vyrcalc::UnitProduct(uy, ux);
+                want.grdY = "integ(" + gy + ")";
+                want.uniteY = vyrcalc::UnitProduct(uy, ux);
                 break;
             case Operation::Smooth:
                 done = VyrCurveCalculus::Smooth(p.y, p.valid, width, result.y, result.valid);
-                spec.grdY = "smooth(" + gy + ")";
-                spec.uniteY = uy;
+                want.grdY = "smooth(" + gy + ")";
+                want.uniteY = uy;
                 break;
         }
         if (!done)
             return nullptr;
         if (!name.empty())
-            spec.grdY = name;
-        spec.name = "CALC_" + spec.grdY + "_" + c->GetEntityName();
+            want.grdY = name;
+        want.name = "CALC_" + want.grdY + "_" + c->GetEntityName();
         // Written as the calculator writes its curves, so that either may replace it.
         const wxString call = op == Operation::Derivative ? "deriv(" + gy + ")"
                               : op == Operation::Integral
                                   ? "integ(" + gy + ")"
                                   : wxString::Format("smooth(%s, %d)", gy, width);
-        spec.text = spec.grdY + " = " + call;
-        if (vyrcalc::FindBlockingCurve(e, spec, spec.grdY + " = "))
+        want.text = want.grdY + " = " + call;
+        if (vyrcalc::FindBlockingCurve(e, want, want.grdY + " = "))
             return nullptr;
-        return vyrcalc::StoreCurve(*c->GetBase(), e, spec, result, c);
+        return vyrcalc::StoreCurve(*c->GetBase(), e, want, result, c);
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
