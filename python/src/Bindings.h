@@ -32,5 +32,7 @@ wxString FromPython(const std::string& text);
 void BindDocument(pybind11::module_& module);
 // vyrbase.Experiment and vyrbase.Curve.
 void BindExperimentAndCurve(pybind11::module_& module);
+// vyrbase.FitResult and Curve.fit (after BindExperimentAndCurve).
+void BindFit(pybind11::module_& module);
 
 #endif

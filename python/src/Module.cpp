@@ -19,4 +19,5 @@ No display is needed: the toolkit is started headless when the module is importe
     StartToolkit();
     BindDocument(m);
     BindExperimentAndCurve(m);
+    BindFit(m);
 }
