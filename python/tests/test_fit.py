@@ -1,6 +1,7 @@
 """Curve.fit: built-in models with their own starting values, formulas with named parameters
 and the experiment's variables, ranges, the fitted curve kept in the document, and refusals."""
 import math
+import re
 
 import numpy
 import pytest
@@ -28,11 +29,12 @@ def test_damped_oscillation_of_the_rlc_sample(samples, tmp_path):
     t = numpy.array(fitted.x)
     expected = 5 * numpy.exp(-t / 0.004) * numpy.cos(2 * math.pi * 500 * t)
     numpy.testing.assert_allclose(fitted.y, expected, atol=1e-5)
-    assert fitted.notes[0].startswith("y = A*exp(-x/tau)*sin(2*pi*f*x+phi)+C; A = 5 \u00b1 ")
+    assert fitted.notes[0].startswith("y = A*exp(-x/tau)*sin(2*pi*f*x+phi)+C; R\u00b2 = ")
+    assert re.match(r"A = 5\.0000000\d* \u00b1 [0-9.e-]+; tau = ", fitted.notes[1])
     path = tmp_path / "fitted.vyr"
     doc.save(path)
     again = vyrbase.load(path)
-    assert any(c.y_quantity == "fit_U" and len(c.notes) == 1 for c in again.curves)
+    assert any(c.y_quantity == "fit_U" and len(c.notes) == 2 for c in again.curves)
 
 
 def test_formula_with_start_and_range(made):
