@@ -20,4 +20,5 @@ No display is needed: the toolkit is started headless when the module is importe
     BindDocument(m);
     BindExperimentAndCurve(m);
     BindCalc(m);
+    BindFit(m);
 }

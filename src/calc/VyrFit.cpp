@@ -427,21 +427,24 @@ double VyrFit::Evaluate(double x) const {
 
 wxString VyrFit::FormatResult(int digits, const wxString& separator) const {
     const Impl& d = *m_pImpl;
-    digits = std::clamp(digits, 2, 15);
     // Numbers with a decimal point whatever the locale, as the document file writes them.
     auto number = [](double v, int significant) {
-        wxString s = wxString::Format("%.*g", significant, v);
+        wxString s = wxString::Format("%.*g", std::clamp(significant, 1, 15), v);
         s.Replace(",", ".");
         return s;
     };
     wxString text;
     for (size_t k = 0; k < d.parameterNames.size(); ++k) {
-        text += d.parameterNames[k] + " = " + number(d.values[k], digits);
-        if (std::isfinite(d.uncertainties[k]))
-            text += L" \u00b1 " + number(d.uncertainties[k], 2);
+        const double v = d.values[k], u = d.uncertainties[k];
+        int significant = digits > 0 ? std::clamp(digits, 2, 15) : 6;
+        // A value is known to its uncertainty's second digit: more would be noise.
+        if (digits <= 0 && std::isfinite(u) && u > 0 && std::isfinite(v) && v != 0)
+            significant = int(std::floor(std::log10(std::fabs(v))) - std::floor(std::log10(u))) + 2;
+        text += d.parameterNames[k] + " = " + number(v, std::max(significant, 1));
+        if (std::isfinite(u))
+            text += L" \u00b1 " + number(u, 2);
         text += separator;
     }
-    text += L"R\u00b2 = " + number(d.r2, std::max(digits, 6)) +
-            wxString::Format(", %zu points", d.points);
+    text += L"R\u00b2 = " + number(d.r2, 6) + wxString::Format(", %zu points", d.points);
     return text;
 }

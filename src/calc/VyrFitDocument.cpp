@@ -57,22 +57,28 @@ VyrCourbe* VyrFit::AddToDocument(VyrBaseData* doc, VyrCourbe* source, int points
     for (int diagram = 0; diagram < 2; ++diagram)
         curve->SetShownInDiagram(diagram, source->IsShownInDiagram(diagram));
 
-    // The note stands at the model's point a third of the way along, its box above it.
-    const int anchor = points / 3;
-    VyrNote* note = doc->CreateNoteEntity();
-    note->SetType(VYR_NOTE_ANNOTATION);
-    note->SetText("y = " + GetEquation() + "; " + FormatResult(4, "; "));
-    note->SetPointIndex(anchor);
-    const double yAnchor = curve->GetVy()->GetVal(anchor);
-    double ymin = yAnchor, ymax = yAnchor;
+    // Two notes, tied to the model's point a third of the way along: the equation with R², and
+    // below it the parameters, each line short enough to stay inside a picture. Their boxes
+    // stand near the top left of the fitted range, where a decay or a growth leaves room.
+    double ymin = curve->GetVy()->GetVal(0), ymax = ymin;
     for (int i = 0; i < points; ++i) {
         const double y = curve->GetVy()->GetVal(i);
         ymin = std::min(ymin, y);
         ymax = std::max(ymax, y);
     }
-    note->SetPosition(curve->GetVx()->GetVal(anchor) + (x1 - x0) * 0.05,
-                      yAnchor + (ymax - ymin) * 0.25);
-    curve->AddNote(note);
+    const wxString result = FormatResult(0, "\n");
+    const wxString texts[2] = {"y = " + GetEquation() + "; " + result.AfterLast('\n'),
+                               result.BeforeLast('\n')};
+    for (int k = 0; k < 2; ++k) {
+        wxString text = texts[k];
+        text.Replace("\n", "; ");
+        VyrNote* note = doc->CreateNoteEntity();
+        note->SetType(VYR_NOTE_ANNOTATION);
+        note->SetText(text);
+        note->SetPointIndex(points / 3);
+        note->SetPosition(x0 + (x1 - x0) * 0.05, ymax - (ymax - ymin) * (0.10 + 0.08 * k));
+        curve->AddNote(note);
+    }
     VyrObserverMsg changed(VYR_MSG_DATA_CHANGED, curve);
     doc->UpdateAllObservers(changed);
     return curve;

@@ -335,11 +335,16 @@ TEST(VyrFit, FitOfCurveUsesValidPointsAndIsKeptInTheDocument) {
         EXPECT_NEAR(model->GetVy()->GetVal(i),
                     5 * std::exp(-t / 0.004) * std::cos(2 * M_PI * 500 * t), 1e-9);
     }
-    ASSERT_EQ(model->GetNotesCount(), 1);
-    VyrNote* note = model->GetFirstNote()->GetData();
-    EXPECT_TRUE(note->GetText().StartsWith("y = A*exp(-x/tau)*sin(2*pi*f*x+phi)+C; A = "));
+    ASSERT_EQ(model->GetNotesCount(), 2);
+    VyrNote* equation = model->GetFirstNote()->GetData();
+    VyrNote* note = model->GetFirstNote()->GetNext()->GetData();
+    EXPECT_TRUE(equation->GetText().StartsWith("y = A*exp(-x/tau)*sin(2*pi*f*x+phi)+C; R"))
+        << equation->GetText();
+    EXPECT_TRUE(equation->GetText().EndsWith(", 200 points")) << equation->GetText();
+    EXPECT_TRUE(note->GetText().StartsWith(L"A = 5 \u00b1 ")) << note->GetText();
     EXPECT_NE(note->GetText().Find(L"; f = 500 \u00b1 "), wxNOT_FOUND) << note->GetText();
     EXPECT_EQ(note->GetPointIndex(), 33);
+    EXPECT_LT(note->GetPositionY(), equation->GetPositionY());
 
     // Saved and loaded, the curve and its note come back.
     const wxString path = wxFileName::CreateTempFileName("vyrfit");
@@ -350,8 +355,9 @@ TEST(VyrFit, FitOfCurveUsesValidPointsAndIsKeptInTheDocument) {
     VyrCourbe* back = loaded.FindFirstCourbeByGrdY("fit_U");
     ASSERT_NE(back, nullptr);
     EXPECT_EQ(back->GetSize(), 101u);
-    ASSERT_EQ(back->GetNotesCount(), 1);
-    EXPECT_EQ(back->GetFirstNote()->GetData()->GetText(), note->GetText());
+    ASSERT_EQ(back->GetNotesCount(), 2);
+    EXPECT_EQ(back->GetFirstNote()->GetData()->GetText(), equation->GetText());
+    EXPECT_EQ(back->GetFirstNote()->GetNext()->GetData()->GetText(), note->GetText());
 
     // A second fit gets a curve of its own.
     VyrCourbe* again = fit.AddToDocument(&doc, u, 10);

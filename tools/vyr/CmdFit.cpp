@@ -145,7 +145,7 @@ int RunFit(const Args& args) {
         const wxString shown =
             curve->GetVy()->GetGrandeur() + "(" + curve->GetVx()->GetGrandeur() + ")";
         std::printf("%s: y = %s\n%s\nRSS = %.6g\n", Utf8(shown).c_str(),
-                    Utf8(fit.GetEquation()).c_str(), Utf8(fit.FormatResult(6)).c_str(),
+                    Utf8(fit.GetEquation()).c_str(), Utf8(fit.FormatResult()).c_str(),
                     fit.GetRss());
     }
     if (output.empty())

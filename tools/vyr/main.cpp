@@ -94,7 +94,8 @@ const std::vector<Command>& AllCommands() {
          &RunStats},
         {"demo", "vyr demo [DIR]",
          "Builds sample documents a science class would produce (oscillation, sound, spectrum,\n"
-         "pendulum, signal) through the library's API, saves each into DIR (default: samples),\n"
+         "pendulum, signal, fit: the oscillation with a fitted model) through the library's\n"
+         "API, saves each into DIR (default: samples),\n"
          "renders it and exports its CSV.",
          &RunDemo},
         {"fit",

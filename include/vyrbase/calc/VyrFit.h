@@ -93,18 +93,21 @@ public:
     // The fitted model at x; NaN when the fit did not converge.
     double Evaluate(double x) const;
     // "name = value ± uncertainty" for each parameter, then R² and the number of points, joined
-    // by `separator`; values to `digits` significant digits (2 to 15), uncertainties to 2.
-    wxString FormatResult(int digits = 4, const wxString& separator = "\n") const;
+    // by `separator`; uncertainties to 2 significant digits, values to `digits` (2 to 15), or
+    // with digits 0 to the digit of their uncertainty's second (6 without an uncertainty).
+    wxString FormatResult(int digits = 0, const wxString& separator = "\n") const;
 
     // Keeps a converged fit in the document: a new curve in the experiment of `source`, the
     // model drawn at `points` (2 to 100000) abscissas evenly spread over the fitted range, with
     // the source's X quantity and units, its Y unit, the Y quantity "fit_" + source's Y
-    // quantity (made unique in the experiment) and the source's colour in a darker shade; and a
-    // note on it, "y = equation; " then FormatResult joined by "; " (one line: the document file
-    // keeps a note's text on one line). The curve is flagged as shown in the diagrams that show
-    // `source` (a diagram already built is told with VyrDiagram::ShowData, as for any new
-    // curve); observers hear VYR_MSG_DATA_CHANGED with the curve. Null when the fit did not
-    // converge, `source` is null or belongs to no experiment of `doc`.
+    // quantity (made unique in the experiment) and the source's colour in a darker shade; and two
+    // notes on it: "y = equation; R² = ..., n points", then the parameters with their
+    // uncertainties joined by "; " (FormatResult(0)), each on one line as the document file
+    // keeps notes, their boxes near the top left of the fitted range. The curve is flagged as
+    // shown in the diagrams that show `source` (a diagram already built is told with
+    // VyrDiagram::ShowData, as for any new curve); observers hear VYR_MSG_DATA_CHANGED with the
+    // curve. Null when the fit did not converge, `source` is null or belongs to no experiment
+    // of `doc`.
     VyrCourbe* AddToDocument(VyrBaseData* doc, VyrCourbe* source, int points = 500) const;
 
 private:
