@@ -3,7 +3,9 @@
 # Usage: scripts/deps.sh run|test|fuzz|valgrind|coverage|compare|compare-kst
 set -euo pipefail
 
-run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev)
+# The calculator: muParser parses formulas, Eigen solves fits, KissFFT computes spectra.
+run_packages=(cmake g++ make pkg-config libwxgtk3.2-dev zlib1g-dev libcairo2-dev
+              libmuparser-dev libeigen3-dev libkissfft-dev)
 # The test command also fuzzes each target for a minute: clang and its libFuzzer runtime.
 fuzz_packages=("${run_packages[@]}" clang-14 libclang-rt-14-dev)
 # The picture tests rasterise SVG and PDF (librsvg2-bin, poppler-utils) and read the pixels

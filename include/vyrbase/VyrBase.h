@@ -46,5 +46,11 @@
 #include "vyrbase/diagram/VyrDiagramExport.h"
 #include "vyrbase/diagram/VyrDiagramViewAccess.h"
 #include "vyrbase/diagram/VyrGraphObj.h"
+#include "vyrbase/calc/VyrAmplitudeSpectrum.h"
+#include "vyrbase/calc/VyrCurveCalculator.h"
+#include "vyrbase/calc/VyrCurveCalculus.h"
+#include "vyrbase/calc/VyrFit.h"
+#include "vyrbase/calc/VyrFormula.h"
+#include "vyrbase/calc/VyrIntervalStats.h"
 
 #endif

@@ -34,5 +34,9 @@ void BindDocument(pybind11::module_& module);
 void BindExperimentAndCurve(pybind11::module_& module);
 // vyrbase.import_table and vyrbase.from_pandas.
 void BindTable(pybind11::module_& module);
+// Curve.stats, derivative, integral, smoothed, spectrum and Experiment.calc.
+void BindCalc(pybind11::module_& module);
+// vyrbase.FitResult and Curve.fit (after BindExperimentAndCurve).
+void BindFit(pybind11::module_& module);
 
 #endif

@@ -20,4 +20,6 @@ No display is needed: the toolkit is started headless when the module is importe
     BindDocument(m);
     BindExperimentAndCurve(m);
     BindTable(m);
+    BindCalc(m);
+    BindFit(m);
 }

@@ -112,7 +112,7 @@ class FullDiskTest(unittest.TestCase):
         result = run("demo", self.mount)
         self.assertEqual(result.returncode, EXIT_OUTPUT, result.stderr)
         lines = result.stderr.strip().splitlines()
-        self.assertEqual(len(lines), 5, result.stderr)  # one for each sample it builds
+        self.assertEqual(len(lines), 6, result.stderr)  # one for each sample it builds
         for line in lines:
             self.assertIn("cannot write: No space left on device", line)
         self.assertEqual(self.entries(), ["filler"])

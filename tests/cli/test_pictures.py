@@ -128,7 +128,7 @@ class VectorPicturesMatchThePngTest(PicturesTestCase):
 
     def test_every_sample_as_svg_shows_what_the_png_shows(self):
         samples = sorted(glob.glob(os.path.join(SAMPLES, "*.vyr")))
-        self.assertEqual(len(samples), 5)
+        self.assertEqual(len(samples), 6)
         for sample in samples:
             with self.subTest(sample=os.path.basename(sample)):
                 self.assertMatches(sample, "svg")

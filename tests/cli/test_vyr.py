@@ -402,7 +402,7 @@ class DemoTest(VyrTestCase):
     def test_demo_writes_documents_pictures_and_tables(self):
         result = run("demo", self.dir)
         self.assertEqual(result.returncode, 0, result.stderr)
-        for name in ("oscillation", "sound", "spectrum", "pendulum", "signal"):
+        for name in ("oscillation", "sound", "spectrum", "pendulum", "signal", "fit"):
             for extension in ("vyr", "png", "csv"):
                 self.assertTrue(os.path.exists(self.path(name + "." + extension)), name)
         sound = json.loads(run("info", "--json", self.path("sound.vyr")).stdout)[0]
@@ -413,7 +413,7 @@ class DemoTest(VyrTestCase):
 
     def test_demo_documents_match_the_bundled_samples(self):
         self.assertEqual(run("demo", self.dir).returncode, 0)
-        for name in ("oscillation", "signal"):
+        for name in ("oscillation", "signal", "fit"):
             with open(self.path(name + ".vyr"), "rb") as made, \
                     open(os.path.join(SAMPLES, name + ".vyr"), "rb") as bundled:
                 self.assertEqual(made.read(), bundled.read(), name)

@@ -473,6 +473,41 @@ class ViewerTest(unittest.TestCase):
         self.assertEqual(sorted(names(first["checked"])), ["I(t)", "U(t)"])
         self.assertEqual((one["diagrams"], one["windows"]), ("1", "1"))
 
+    # ---- analysis --------------------------------------------------------------------------
+
+    def test_fit_of_the_selected_curve_over_the_zoom_is_kept_and_drawn(self):
+        run = self.run_viewer([
+            "drag 200 150 500 450", "select U(t)", "state", "screenshot before.png",
+            "fit damped", "fit cubic", "state", "screenshot after.png", "saveas fitted.vyr"])
+        zoomed, fitted = run.states
+        x0, x1 = map(float, zoomed["current-scale"].split()[:2])
+        lines = [line[len("fit: "):] for line in run.out.splitlines() if line.startswith("fit: ")]
+        self.assertEqual(lines[0], "y = A*exp(-x/tau)*sin(2*pi*f*x+phi)+C")
+        values = dict(line.split(" = ", 1) for line in lines[1:6])
+        self.assertAlmostEqual(float(values["f"].split()[0]), 500.0, places=3)
+        self.assertAlmostEqual(float(values["tau"].split()[0]), 0.004, places=6)
+        # Only the points the zoom shows: the voltage has one every 20 us.
+        points = int(lines[6].split(", ")[1].split()[0])
+        self.assertAlmostEqual(points, (x1 - x0) / 2e-5, delta=2)
+        self.assertEqual(lines[7], 'unknown model "cubic"')
+        # The fitted curve is drawn in the same zoom, and the document is changed.
+        self.assertEqual(fitted["zoomed"], "yes")
+        self.assertEqual(fitted["current-scale"], zoomed["current-scale"])
+        self.assertEqual(names(fitted["plotted"]), ["U(t)", "I(t)", "fit_U(t)"])
+        self.assertEqual(fitted["modified"], "yes")
+        fit_colour = (120, 0, 0)  # the voltage's colour, darker
+        # (a few pixels of the voltage's antialiased edges have it too)
+        self.assertLess(len(pixels_of(run.path("before.png"), fit_colour)), 20)
+        self.assertGreater(len(pixels_of(run.path("after.png"), fit_colour)), 300)
+        if VYR:
+            info = subprocess.run([VYR, "info", "--json", run.path("fitted.vyr")],
+                                  capture_output=True, text=True, check=True).stdout
+            self.assertIn('"fit_U"', info)
+
+    def test_fit_without_a_selected_curve_stops_the_script(self):
+        run = self.run_viewer(["fit damped"], expect_status=1)
+        self.assertIn("no curve is selected", run.err)
+
     # ---- files -----------------------------------------------------------------------------
 
     def test_save_as_and_export_write_the_files(self):

@@ -7,6 +7,7 @@
 #include "DiagramPrintout.h"
 #include "DocumentFrame.h"
 #include "Export.h"
+#include "FitDialog.h"
 #include "ViewerDocument.h"
 #include "ViewerIds.h"
 #include "vyrbase/core/VyrObserverMsg.h"
@@ -23,9 +24,11 @@ wxBEGIN_EVENT_TABLE(DiagramView, wxView) EVT_MENU(wxID_DELETE, DiagramView::OnDe
                         EVT_UPDATE_UI(ID_TWO_DIAGRAMS, DiagramView::OnUpdateTwoDiagrams)
                             EVT_MENU(ID_SHOW_GRID, DiagramView::OnShowGrid)
                                 EVT_UPDATE_UI(ID_SHOW_GRID, DiagramView::OnUpdateShowGrid)
-                                    wxEND_EVENT_TABLE()
+                                    EVT_MENU(ID_FIT, DiagramView::OnFit)
+                                        EVT_UPDATE_UI(ID_FIT, DiagramView::OnUpdateFit)
+                                            wxEND_EVENT_TABLE()
 
-                                        DiagramView::DiagramView(int index)
+                                                DiagramView::DiagramView(int index)
     : m_index(index) {}
 
 DiagramView::~DiagramView() {
@@ -194,4 +197,25 @@ void DiagramView::OnShowGrid(wxCommandEvent& event) {
 
 void DiagramView::OnUpdateShowGrid(wxUpdateUIEvent& event) {
     event.Check(m_diagram && m_diagram->IsGridShown());
+}
+
+void DiagramView::OnFit(wxCommandEvent&) {
+    ViewerDocument* document = GetViewerDocument();
+    VyrCourbe* curve = document ? document->GetSelectedCourbe() : nullptr;
+    if (!curve || !m_diagram)
+        return;
+    // The range the diagram shows: a zoom on part of the curve fits that part.
+    const VyrScale* shown = m_diagram->GetCurrentScale();
+    FitDialog dialog(GetFrame(), document->GetData(), curve, shown->GetXmin(), shown->GetXmax());
+    dialog.ShowModal();
+    if (dialog.HasKeptAFit()) {
+        document->Modify(true);
+        if (m_canvas)
+            m_canvas->Refresh();
+    }
+}
+
+void DiagramView::OnUpdateFit(wxUpdateUIEvent& event) {
+    ViewerDocument* document = GetViewerDocument();
+    event.Enable(document && document->GetSelectedCourbe());
 }

@@ -53,6 +53,8 @@ private:
     void OnTwoDiagrams(wxCommandEvent& event);
     void OnUpdateTwoDiagrams(wxUpdateUIEvent& event);
     void OnShowGrid(wxCommandEvent& event);
+    void OnFit(wxCommandEvent& event);
+    void OnUpdateFit(wxUpdateUIEvent& event);
     void OnUpdateShowGrid(wxUpdateUIEvent& event);
 
     int m_index;

@@ -78,6 +78,10 @@ wxMenuBar* DocumentFrame::MakeMenuBar() {
     bar->Append(file, "&File");
     bar->Append(edit, "&Edit");
     bar->Append(view, "&View");
+    auto* analysis = new wxMenu;
+    analysis->Append(ID_FIT, "&Fit...\tCtrl+F",
+                     "Fit a model to the selected curve over the range the diagram shows");
+    bar->Append(analysis, "&Analysis");
     bar->Append(help, "&Help");
     return bar;
 }

@@ -18,6 +18,7 @@
 #include "DiagramCanvas.h"
 #include "DiagramView.h"
 #include "DocumentFrame.h"
+#include "FitDialog.h"
 #include "MainFrame.h"
 #include "SidePanel.h"
 #include "ViewerApp.h"
@@ -186,6 +187,7 @@ const ScriptDriver::CommandEntry ScriptDriver::kCommands[] = {
     {"grab", true, &ScriptDriver::Picture},
     {"preview", true, &ScriptDriver::Preview},
     {"state", true, &ScriptDriver::State},
+    {"fit", true, &ScriptDriver::Fit},
 };
 
 bool ScriptDriver::Run(const wxString& line, wxString& error) {
@@ -396,6 +398,37 @@ bool ScriptDriver::Preview(const wxArrayString& words, wxString& error) {
 
 bool ScriptDriver::State(const wxArrayString&, wxString&) {
     PrintState();
+    return true;
+}
+
+bool ScriptDriver::Fit(const wxArrayString& words, wxString& error) {
+    DiagramCanvas* canvas = CurrentCanvas();
+    ViewerDocument* document = CurrentDocument();
+    VyrCourbe* curve = document ? document->GetSelectedCourbe() : nullptr;
+    if (words.size() < 2 || words.size() > 3 || !canvas || !canvas->GetView() ||
+        !canvas->GetView()->GetDiagram()) {
+        error = "fit MODEL [P=V,...] | fit formula=F [P=V,...]";
+        return false;
+    }
+    if (!curve) {
+        error = "fit: no curve is selected";
+        return false;
+    }
+    FitRequest request;
+    if (words[1].StartsWith("formula=", &request.formula))
+        request.model.clear();
+    else
+        request.model = words[1];
+    request.starts = words.size() > 2 ? words[2] : wxString();
+    const VyrScale* shown = canvas->GetView()->GetDiagram()->GetCurrentScale();
+    request.xmin = shown->GetXmin();
+    request.xmax = shown->GetXmax();
+    wxString report;
+    if (FitCurve(document->GetData(), curve, request, report))
+        document->Modify(true);
+    for (const wxString& line : wxStringTokenize(report, "\n"))
+        Print("fit", line);
+    canvas->Refresh();
     return true;
 }
 

@@ -30,6 +30,10 @@
 //                          preview
 //   screenshot FILE        the active diagram's window, rendered into a bitmap, as PNG
 //   grab FILE              the document frame as the screen shows it, as PNG
+//   fit MODEL [P=V,...] | fit formula=F [P=V,...]
+//                          Analysis > Fit without the dialog, on the selected curve over the
+//                          active diagram's zoom: prints "fit: ..." lines of the result (a fit
+//                          without result is reported, not a failure of the script)
 //   state                  prints the viewer's state on the standard output, "key: value"
 //   quit                   closes everything without saving and ends the program (also
 //                          done after the last line)
@@ -89,6 +93,7 @@ private:
     bool Picture(const wxArrayString& words, wxString& error);
     bool Preview(const wxArrayString& words, wxString& error);
     bool State(const wxArrayString& words, wxString& error);
+    bool Fit(const wxArrayString& words, wxString& error);
     void PrintState();
 
     ViewerApp& m_app;

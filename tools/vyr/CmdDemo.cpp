@@ -213,6 +213,25 @@ void BuildSignal(VyrBaseData& doc) {
     Title(doc, 0, L"Light gate: a cart passes every 0.5 s");
 }
 
+// The RLC circuit's voltage measured with a little noise, and the damped oscillation fitted to
+// it: the model drawn over the points, its note giving the equation and the parameters.
+void BuildFit(VyrBaseData& doc) {
+    VyrExperience* e = NewExperience(doc, L"RLC circuit, fitted");
+    VyrCourbe* u = NewCurve(doc, e, L"U", {L"t", L"s"}, {L"U", L"V"}, wxColour(200, 0, 0), 3, 0);
+    std::mt19937 noise(7);
+    std::normal_distribution<double> jitter(0.0, 0.05);
+    const double tau = 0.004, w = 2 * kPi * 500;
+    Sample(doc, u, 400, 0.0, 5e-5,
+           [&](double t) { return 5.0 * std::exp(-t / tau) * std::cos(w * t) + jitter(noise); });
+    Show(doc, u);
+    VyrFit fit;
+    fit.SetModel(L"damped");
+    if (fit.Fit(u))
+        if (VyrCourbe* model = fit.AddToDocument(&doc, u))
+            Show(doc, model);
+    Title(doc, 0, L"Damped oscillation: A exp(-t/tau) sin(2 pi f t + phi) + C fitted");
+}
+
 }  // namespace
 
 int RunDemo(const Args& args) {
@@ -232,7 +251,7 @@ int RunDemo(const Args& args) {
     } samples[] = {
         {"oscillation", &BuildOscillation, false}, {"sound", &BuildSound, false},
         {"spectrum", &BuildSpectrum, true},        {"pendulum", &BuildPendulum, false},
-        {"signal", &BuildSignal, false},
+        {"signal", &BuildSignal, false},           {"fit", &BuildFit, false},
     };
     int result = kExitOk;
     for (const auto& sample : samples) {

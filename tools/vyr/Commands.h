@@ -25,6 +25,10 @@ int RunRender(const Args& args);
 int RunConvert(const Args& args);
 int RunImport(const Args& args);
 int RunDemo(const Args& args);
+int RunCalc(const Args& args);
+int RunSpectrum(const Args& args);
+int RunStats(const Args& args);
+int RunFit(const Args& args);
 
 }  // namespace vyr
 

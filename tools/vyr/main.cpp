@@ -62,46 +62,77 @@ const std::vector<Command>& AllCommands() {
          "OUT - writes to standard output.",
          &RunConvert},
         {"import",
-         "vyr import IN [-o OUT.vyr|-] [--separator C] [--decimal C] [--encoding E] [--skip N]
-         "
+         "vyr import IN [-o OUT.vyr|-] [--separator C] [--decimal C] [--encoding E] [--skip N]\n"
          "           [--header N] [--missing NUMBER] [--force]",
-         "Makes a document of a text table (CSV, a spreadsheet's, a logger's, a phone sensor
-         "
-         "app's, a weather service's): one column as X, one curve per further column of
-         "
-         "numbers, names and units from the header (\"name (unit)\", \"name [unit]\",
-         "
-         "\"name/unit\", or a line of units under the names). A column of clock times or dates
-         "
-         "is X wherever it stands (a date and a time of day in two columns make one), as
-         "
-         "seconds from the first row; the start is kept in the experiment's comment. Text
-         "
-         "columns are left out; empty cells, NaN, n/a, M, - and cells that are no numbers
-         "
-         "become invalid points; --missing -999 makes that number one too. Comment lines,
-         "
-         "preambles and footers are skipped. Encoding, separator (tab, ;, , or blanks), decimal
-         "
-         "mark and header lines are detected; each option sets one of them (--skip: lines
-         "
-         "before the table; quoted cells may hold a decimal comma beside comma separators).
-         "
-         "Every number is kept in full. Without -o the output is IN with the extension .vyr,
-         "
-         "which does not replace an existing file (exit 5) unless --force is given; -o -
-         "
-         "writes the document to standard output (the summary then goes to standard error).
-         "
-         "The summary says which column is X and why, which were left out and how many
-         "
+         "Makes a document of a text table (CSV, a spreadsheet's, a logger's, a phone sensor\n"
+         "app's, a weather service's): one column as X, one curve per further column of\n"
+         "numbers, names and units from the header (\"name (unit)\", \"name [unit]\",\n"
+         "\"name/unit\", or a line of units under the names). A column of clock times or dates\n"
+         "is X wherever it stands (a date and a time of day in two columns make one), as\n"
+         "seconds from the first row; the start is kept in the experiment's comment. Text\n"
+         "columns are left out; empty cells, NaN, n/a, M, - and cells that are no numbers\n"
+         "become invalid points; --missing -999 makes that number one too. Comment lines,\n"
+         "preambles and footers are skipped. Encoding, separator (tab, ;, , or blanks), decimal\n"
+         "mark and header lines are detected; each option sets one of them (--skip: lines\n"
+         "before the table; quoted cells may hold a decimal comma beside comma separators).\n"
+         "Every number is kept in full. Without -o the output is IN with the extension .vyr,\n"
+         "which does not replace an existing file (exit 5) unless --force is given; -o -\n"
+         "writes the document to standard output (the summary then goes to standard error).\n"
+         "The summary says which column is X and why, which were left out and how many\n"
          "invalid points each curve has.",
          &RunImport},
+        {"calc",
+         "vyr calc FILE 'NAME = EXPR' [--var NAME=V]... [--unit U] [--experiment E]\n"
+         "           [-o OUT.vyr]",
+         "Calculates a curve from the curves and variables of an experiment: P = U*I,\n"
+         "E = 0.5*m*v^2, a = deriv(v), Q = integ(I), Us = smooth(U, 5). Names are the curves'\n"
+         "quantities (Y, or X for the abscissa) and the experiment's variables; --var sets a\n"
+         "variable (kept in the document). The result takes the abscissas of the first curve\n"
+         "named; the others are interpolated onto them (no extrapolation: points outside are\n"
+         "invalid). Operators + - * / ^, functions sin cos tan asin acos atan exp ln log10 sqrt\n"
+         "abs, pi. The unit follows from the operands' (V*A gives V\u00b7A) unless --unit names\n"
+         "it. The experiment is the first where every name is found, or --experiment. -o writes\n"
+         "the document with the new curve (-o FILE updates the input, safely); without -o only\n"
+         "the summary is printed. A refused expression exits 2 with the reason.",
+         &RunCalc},
+        {"spectrum", "vyr spectrum FILE --curve NAME [-o OUT.vyr]",
+         "The amplitude spectrum of a uniformly sampled curve, as a new curve NAME(f) in Hz (for\n"
+         "X in s, ms, us, min or h; 1/unit otherwise): a sine of amplitude A reads A at its\n"
+         "frequency, the value at 0 is the mean. No window. Prints the step, the resolution and\n"
+         "the strongest frequency. A curve whose valid points are not evenly spaced is refused\n"
+         "(exit 2). NAME is a curve's display name (U(t)), its name or its Y quantity. -o as for\n"
+         "calc.",
+         &RunSpectrum},
+        {"stats", "vyr stats FILE --curve NAME [--from X] [--to X] [--tool LABEL] [--json]",
+         "Statistics of a curve's valid points between two abscissas (bounds included, either\n"
+         "order, each side open when not given): points, mean, sd (n - 1), min, max, area\n"
+         "(trapezoids between the points), slope and intercept of the least-squares line.\n"
+         "--tool takes the range of the document's interval tool with that label. --json prints\n"
+         "one object with those keys (null where a value cannot be had).",
+         &RunStats},
         {"demo", "vyr demo [DIR]",
          "Builds sample documents a science class would produce (oscillation, sound, spectrum,\n"
-         "pendulum, signal) through the library's API, saves each into DIR (default: samples),\n"
+         "pendulum, signal, fit: the oscillation with a fitted model) through the library's\n"
+         "API, saves each into DIR (default: samples),\n"
          "renders it and exports its CSV.",
          &RunDemo},
+        {"fit",
+         "vyr fit FILE --curve NAME (--model M | --formula F) [--start P=V,...]\n"
+         "           [--from X] [--to X] [--json] [-o OUT.vyr]",
+         "Fits a model to a curve (named by its name, \"Y(X)\" or its Y quantity) by nonlinear\n"
+         "least squares and prints the parameters with their standard uncertainties, R\u00b2\n"
+         "and the residual sum of squares. Models: linear a*x, affine a*x+b, poly2..poly5\n"
+         "c0+c1*x+..., exp A*exp(-x/tau)+C, power A*x^n, sine A*sin(2*pi*f*x+phi)+C, damped\n"
+         "A*exp(-x/tau)*sin(2*pi*f*x+phi)+C, gauss A*exp(-(x-mu)^2/(2*sigma^2))+C; they find\n"
+         "their starting values themselves. --formula fits any formula in x: its other names\n"
+         "are parameters (starting at 1 unless --start sets them), except the variables of the\n"
+         "curve's experiment. --from and --to keep the points in that range of X; invalid\n"
+         "points never count. --json prints {\"parameters\": {NAME: {\"value\", "
+         "\"uncertainty\"}},\n"
+         "\"rss\", \"r2\", \"points\", \"converged\"}. -o saves the document with the fitted\n"
+         "curve and its note (the equation and the parameters); OUT may be FILE itself.\n"
+         "A fit that does not converge prints no values and exits with 6.",
+         &RunFit},
     };
     return commands;
 }
