@@ -148,10 +148,10 @@ DocumentRef FromPandas(const py::object& frame, const py::object& x, const std::
         heading(k, quantity, unit);
         if (!ignored.empty())
             unit = L"s";
-        const py::object valid =
-            np.attr("logical_not")(np.attr("isnan")(xs) | np.attr("isnan")(ys));
+        // A missing value (NaN) is an invalid point of its own vector only: the other
+        // vector's number at that row was measured and stays readable.
         addCurve(xs, ys, "x"_a = py::make_tuple(ToPython(xQuantity), ToPython(xUnit)),
-                 "y"_a = py::make_tuple(ToPython(quantity), ToPython(unit)), "valid"_a = valid);
+                 "y"_a = py::make_tuple(ToPython(quantity), ToPython(unit)));
     }
     return handle;
 }

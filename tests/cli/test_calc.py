@@ -27,7 +27,7 @@ def run(*args):
 
 def columns(document):
     """The document's CSV as {header: [values]} (empty cells as None)."""
-    result = run("csv", document, "-o", "-")
+    result = run("csv", document, "--layout", "experiments", "-o", "-")
     assert result.returncode == 0, result.stderr
     rows = list(csv.reader(io.StringIO(result.stdout), delimiter=";"))
     header = rows[1]

@@ -43,7 +43,7 @@ class ImportTestCase(unittest.TestCase):
         """Imports the table `data` written as `name`; answers the one document of
         vyr info --json of the result."""
         table = self.write(name, data)
-        result = run("import", table, *options)
+        result = run("import", table, "--force", *options)
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertEqual(result.stderr, "")
         document = os.path.splitext(table)[0] + ".vyr"
