@@ -32,15 +32,24 @@ bool Ascending(const Values& x, const std::vector<size_t>& v) {
     return true;
 }
 
+// The indices of the valid points of a series of X and Y, in order; false when the sizes
+// disagree or the valid abscissas decrease somewhere.
+bool AscendingValidIndices(const Values& x, const Values& y, const Validity& valid,
+                           std::vector<size_t>& v) {
+    const size_t n = x.size();
+    if (y.size() != n || (!valid.empty() && valid.size() != n))
+        return false;
+    v = ValidIndices(n, valid);
+    return Ascending(x, v);
+}
+
 }  // namespace
 
 bool VyrCurveCalculus::Derivative(const Values& x, const Values& y, const Validity& valid,
                                   Values& out, Validity& outValid) {
     const size_t n = x.size();
-    if (y.size() != n || (!valid.empty() && valid.size() != n))
-        return false;
-    const std::vector<size_t> v = ValidIndices(n, valid);
-    if (!Ascending(x, v))
+    std::vector<size_t> v;
+    if (!AscendingValidIndices(x, y, valid, v))
         return false;
     Values d(n, 0.0);
     Validity ok(n, 0);
@@ -87,10 +96,8 @@ bool VyrCurveCalculus::Derivative(const Values& x, const Values& y, const Validi
 bool VyrCurveCalculus::Integral(const Values& x, const Values& y, const Validity& valid,
                                 Values& out, Validity& outValid) {
     const size_t n = x.size();
-    if (y.size() != n || (!valid.empty() && valid.size() != n))
-        return false;
-    const std::vector<size_t> v = ValidIndices(n, valid);
-    if (!Ascending(x, v))
+    std::vector<size_t> v;
+    if (!AscendingValidIndices(x, y, valid, v))
         return false;
     Values s(n, 0.0);
     Validity ok(n, 0);
