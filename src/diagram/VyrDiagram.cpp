@@ -104,6 +104,8 @@ void VyrDiagram::CopyFrom(const VyrDiagram& other) {
     m_sSecondsSymbol = other.m_sSecondsSymbol;
     m_bActive = other.m_bActive;
     m_pNoteTitre = other.m_pNoteTitre;
+    m_iOptions = other.m_iOptions;
+    m_rectArea = other.m_rectArea;
 }
 
 void VyrDiagram::DeleteMapUnit() {

@@ -10,6 +10,8 @@
 #include <wx/pen.h>
 
 #include "diagram/VyrCurvePoints.h"
+#include "diagram/VyrDiagramScaleGuard.h"
+#include "diagram/VyrPictureLayout.h"
 #include "diagram/VyrSystemColours.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrNote.h"
@@ -23,6 +25,13 @@ const int kNoteMargin = 4;
 const int kTitreMargin = 10;
 
 const wxColour kTitreOrange(255, 153, 0);
+
+// How far (in box heights, each way) a note box of the explained picture may step aside.
+const int kMaxNoteSteps = 8;
+
+wxString UnitOf(const VyrVecteur* v) {
+    return v ? v->GetUnite() : wxString();
+}
 
 // Truncation toward zero of a pixel position, saturated so that absurd fractions stay far
 // outside any device instead of overflowing.
@@ -71,7 +80,13 @@ void VyrDiagram::PaintNote(wxDC* dc, VyrNote* note, wxPoint anchor) {
         return;
     const VyrWorldTransform world{m_dAx, m_dBx, m_dAy, m_dBy};
     const wxPoint raw = world.ToPixel(note->GetPositionX(), note->GetPositionY());
-    const wxPoint corner(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y));
+    wxPoint corner(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y));
+    // The explained picture may have moved the box aside from a text it would have covered.
+    if (m_pTextBoxes) {
+        auto moved = m_pTextBoxes->noteCorners.find(note);
+        if (moved != m_pTextBoxes->noteCorners.end())
+            corner = moved->second;
+    }
     anchor = wxPoint(VyrSafeCoord(anchor.x), VyrSafeCoord(anchor.y));
 
     if (note->GetState() == VYR_NOTE_MOVING) {
@@ -110,15 +125,18 @@ void VyrDiagram::PaintTitre(wxDC* dc) {
         bold.SetNumericWeight(wxFONTWEIGHT_BOLD);
     dc->SetFont(bold);
 
-    const wxPoint corner = GetTitrePos(titre);
+    // The explained picture wraps the title to the picture's width and keeps it inside.
+    const bool laidOut = m_pTextBoxes && !m_pTextBoxes->titleText.empty();
+    const wxString text = laidOut ? m_pTextBoxes->titleText : titre->GetText();
+    const wxPoint corner = laidOut ? m_pTextBoxes->titleCorner : GetTitrePos(titre);
     wxCoord textWidth = 0;
     wxCoord textHeight = 0;
-    dc->GetMultiLineTextExtent(titre->GetText(), &textWidth, &textHeight);
+    dc->GetMultiLineTextExtent(text, &textWidth, &textHeight);
     const int width = textWidth + 2 * kTitreMargin;
     const int height = textHeight + 2 * kTitreMargin;
     titre->SetBoxSize(width, height);
     dc->DrawRectangle(corner.x, corner.y, width, height);
-    dc->DrawText(titre->GetText(), corner.x + kTitreMargin, corner.y + kTitreMargin);
+    dc->DrawText(text, corner.x + kTitreMargin, corner.y + kTitreMargin);
 
     dc->SetPen(wxNullPen);
     dc->SetBrush(wxNullBrush);
@@ -173,4 +191,49 @@ wxPoint VyrDiagram::GetTextPos(int x, int y, int width, int height, bool toRight
     column = std::min(std::max(column, left), right - width);
     row = std::min(std::max(row, top), bottom - height);
     return wxPoint(column, row);
+}
+
+void VyrDiagram::ReserveNotes(wxDC* dc) {
+    if (!m_pTextBoxes || !HasOption(VYR_OPTION_TIDY_LAYOUT))
+        return;
+    VyrTextBoxes& layout = *m_pTextBoxes;
+    const int top = m_rectPlot.y;
+    const int bottom = top + m_rectPlot.height - 1;
+    VyrDiagramScaleGuard guard(*this);
+    // In the order PaintCurves draws them: the other units' curves first.
+    for (int pass = 0; pass < 2; ++pass) {
+        for (VyrCourbe* courbe : m_aPlottedCourbes) {
+            if (!courbe || courbe->GetNotesCount() == 0 ||
+                (UnitOf(courbe->GetVy()) == m_sUy) != (pass == 1) ||
+                !SetCurrentScaleForUnits(UnitOf(courbe->GetVx()), UnitOf(courbe->GetVy())))
+                continue;
+            const VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+            for (auto* node = courbe->GetNotes().GetFirst(); node; node = node->GetNext()) {
+                const VyrNote* note = node->GetData();
+                if (!note || note->GetState() == VYR_NOTE_MOVING ||
+                    !points.IsValid(note->GetPointIndex()))
+                    continue;
+                wxCoord w = 0, h = 0;
+                dc->GetMultiLineTextExtent(note->GetText(), &w, &h);
+                const wxPoint raw =
+                    points.GetWorld().ToPixel(note->GetPositionX(), note->GetPositionY());
+                wxRect box(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y), w + 2 * kNoteMargin,
+                           h + 2 * kNoteMargin);
+                // Downward first, then upward, a box's height at a time, inside the plot.
+                const int step = box.height + layout.gap;
+                wxRect free = box;
+                for (int k = 1; !layout.IsFree(free) && k < 2 * kMaxNoteSteps; ++k) {
+                    free = box;
+                    free.y += (k % 2 == 1 ? 1 : -1) * ((k + 1) / 2) * step;
+                    if (free.y < top || free.GetBottom() > bottom)
+                        free = box;
+                }
+                if (free != box && layout.IsFree(free))
+                    layout.noteCorners[note] = free.GetTopLeft();
+                else
+                    free = box;
+                layout.Add(free);
+            }
+        }
+    }
 }
