@@ -9,6 +9,8 @@
 #include "CliCommon.h"
 #include "Commands.h"
 #include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrPalette.h"
 #include "vyrbase/file/VyrTableImport.h"
 
 namespace vyr {
@@ -157,6 +159,12 @@ int RunImport(const Args& args) {
         Complain(input, Reason(import));
         return kExitFormat;
     }
+    // Each column's curve in the next colour that colour-blind readers tell from the others.
+    int made = 0;
+    wxVyrListEntityNode* node = doc.GetFirstCourbeNode();
+    while (node)
+        if (VyrCourbe* courbe = doc.GetNextCourbe(&node))
+            courbe->SetColor(VyrPalette::GetColour(made++));
     if (int code = SaveDocument(target, doc))
         return code;
     const wchar_t separator = import.GetUsedSeparator();
