@@ -7,6 +7,8 @@
 #include "DiagramPrintout.h"
 #include "DocumentFrame.h"
 #include "Export.h"
+#include "PictureOptions.h"
+#include "ViewerApp.h"
 #include "ViewerDocument.h"
 #include "ViewerIds.h"
 #include "vyrbase/core/VyrObserverMsg.h"
@@ -23,9 +25,12 @@ wxBEGIN_EVENT_TABLE(DiagramView, wxView) EVT_MENU(wxID_DELETE, DiagramView::OnDe
                         EVT_UPDATE_UI(ID_TWO_DIAGRAMS, DiagramView::OnUpdateTwoDiagrams)
                             EVT_MENU(ID_SHOW_GRID, DiagramView::OnShowGrid)
                                 EVT_UPDATE_UI(ID_SHOW_GRID, DiagramView::OnUpdateShowGrid)
-                                    wxEND_EVENT_TABLE()
+                                    EVT_MENU(ID_PLAIN_PICTURE, DiagramView::OnPlainPicture)
+                                        EVT_UPDATE_UI(ID_PLAIN_PICTURE,
+                                                      DiagramView::OnUpdatePlainPicture)
+                                            wxEND_EVENT_TABLE()
 
-                                        DiagramView::DiagramView(int index)
+                                                DiagramView::DiagramView(int index)
     : m_index(index) {}
 
 DiagramView::~DiagramView() {
@@ -58,8 +63,12 @@ bool DiagramView::OnCreate(wxDocument* doc, long) {
     SetFrame(frame);
     m_canvas = frame->AddCanvas(this);
     m_diagram = document->GetData().GetDiagram(m_index);
-    if (m_diagram)
+    if (m_diagram) {
         m_diagram->AddObserver(this);
+        // The picture explains itself unless the command line asked for the plain one.
+        wxString reason;
+        vyrtools::ApplyPictureOptions(*m_diagram, wxGetApp().GetPictureOptions(), reason);
+    }
     // The window may have had its size before it had a diagram.
     m_canvas->FitDiagram();
     frame->Show();
@@ -194,4 +203,23 @@ void DiagramView::OnShowGrid(wxCommandEvent& event) {
 
 void DiagramView::OnUpdateShowGrid(wxUpdateUIEvent& event) {
     event.Check(m_diagram && m_diagram->IsGridShown());
+}
+
+void DiagramView::OnPlainPicture(wxCommandEvent& event) {
+    if (!m_diagram)
+        return;
+    PictureOptions look = wxGetApp().GetPictureOptions();
+    look.plain = event.IsChecked();
+    look.yUnit.clear();
+    wxString reason;
+    vyrtools::ApplyPictureOptions(*m_diagram, look, reason);
+    // The plot fills the window again until the next paint lays it out.
+    if (m_canvas) {
+        m_canvas->FitDiagram();
+        m_canvas->Refresh();
+    }
+}
+
+void DiagramView::OnUpdatePlainPicture(wxUpdateUIEvent& event) {
+    event.Check(m_diagram && m_diagram->GetOptions() == 0);
 }

@@ -54,6 +54,8 @@ private:
     void OnUpdateTwoDiagrams(wxUpdateUIEvent& event);
     void OnShowGrid(wxCommandEvent& event);
     void OnUpdateShowGrid(wxUpdateUIEvent& event);
+    void OnPlainPicture(wxCommandEvent& event);
+    void OnUpdatePlainPicture(wxUpdateUIEvent& event);
 
     int m_index;
     VyrDiagram* m_diagram = nullptr;

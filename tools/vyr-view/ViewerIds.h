@@ -10,6 +10,7 @@ enum ViewerId {
     ID_NEXT_Y_UNIT,
     ID_TWO_DIAGRAMS,
     ID_SHOW_GRID,
+    ID_PLAIN_PICTURE,
 };
 
 #endif
