@@ -42,6 +42,9 @@ bool IsPointTool(const VyrOutilInterval* tool) {
     return tool->GetX0() == tool->GetX1() && tool->GetY0() == tool->GetY1();
 }
 
+// How many lines up or down a tool's label may step to find a free place.
+const int kMaxLabelSteps = 6;
+
 }  // namespace
 
 void VyrDiagram::ReserveToolLabels(wxDC* dc) {
@@ -50,6 +53,7 @@ void VyrDiagram::ReserveToolLabels(wxDC* dc) {
         return;
     VyrTextBoxes& layout = *m_pTextBoxes;
     VyrDiagramScaleGuard guard(*this);
+    const wxFont drawingFont = dc->GetFont();
     wxVyrListEntityNode* node = active->GetFirstEntityNode(VYR_KIND_OUTIL_INTERVAL);
     while (node) {
         auto* tool =
@@ -57,14 +61,15 @@ void VyrDiagram::ReserveToolLabels(wxDC* dc) {
         if (!tool || tool->GetAbs() != m_sUx ||
             !SetCurrentScaleForUnits(tool->GetAbs(), tool->GetOrd()))
             continue;
-        const wxFont font = LabelFont(dc->GetFont(), tool->IsSelected());
+        const wxFont font = LabelFont(drawingFont, tool->IsSelected());
         const wxPoint p0 = RealToPixel(tool->GetX0(), tool->GetY0());
         const wxPoint p1 = RealToPixel(tool->GetX1(), tool->GetY1());
         // Each label's places, the classic one first; the first clear of every text wins.
         std::vector<std::vector<wxRect>> places;
         auto extent = [&](const wxString& text) {
             wxCoord w = 0, h = 0;
-            dc->GetTextExtent(text, &w, &h, nullptr, nullptr, &font);
+            dc->SetFont(font);
+            dc->GetTextExtent(text, &w, &h);
             return wxSize(w, h);
         };
         if (IsPointTool(tool)) {
@@ -96,7 +101,20 @@ void VyrDiagram::ReserveToolLabels(wxDC* dc) {
         }
         VyrToolLabels& labels = layout.toolLabels[tool];
         labels.count = 0;
-        for (const std::vector<wxRect>& candidates : places) {
+        for (std::vector<wxRect>& candidates : places) {
+            // When every place beside the tool is taken, the same places further up or down,
+            // a line at a time, inside the plot.
+            const size_t near = candidates.size();
+            for (int k = 1; k <= kMaxLabelSteps; ++k) {
+                for (size_t c = 0; c < near; ++c) {
+                    for (int sign : {1, -1}) {
+                        wxRect moved = candidates[c];
+                        moved.y += sign * k * (moved.height + layout.gap);
+                        if (m_rectPlot.Contains(moved))
+                            candidates.push_back(moved);
+                    }
+                }
+            }
             wxRect chosen = candidates.front();
             for (const wxRect& candidate : candidates) {
                 if (layout.IsFree(candidate)) {
@@ -108,6 +126,7 @@ void VyrDiagram::ReserveToolLabels(wxDC* dc) {
             labels.boxes[labels.count++] = chosen;
         }
     }
+    dc->SetFont(drawingFont);
 }
 
 void VyrDiagram::PaintOutilIntervals(wxDC* dc) {

@@ -41,9 +41,14 @@ wxFont WithWeight(const wxFont& font, int weight) {
     return copy;
 }
 
+// The extent of `text` in `font`, measured with the font selected: a font passed beside the
+// text is not honoured by every context's measure of several lines.
 wxSize Extent(wxDC* dc, const wxString& text, const wxFont& font) {
+    const wxFont selected = dc->GetFont();
+    dc->SetFont(font);
     wxCoord w = 0, h = 0;
-    dc->GetTextExtent(text, &w, &h, nullptr, nullptr, &font);
+    dc->GetMultiLineTextExtent(text, &w, &h);
+    dc->SetFont(selected);
     return wxSize(w, h);
 }
 
@@ -69,6 +74,16 @@ wxString WrapToWidth(wxDC* dc, const wxString& text, const wxFont& font, int wid
     }
     wrapped.RemoveLast();
     return wrapped;
+}
+
+// `text` shortened with an ellipsis to `width` pixels in `font`.
+wxString Shorten(wxDC* dc, const wxString& text, const wxFont& font, int width) {
+    const wxFont selected = dc->GetFont();
+    dc->SetFont(font);
+    const wxString shown =
+        wxControl::Ellipsize(text, *dc, wxELLIPSIZE_END, width, wxELLIPSIZE_FLAGS_NONE);
+    dc->SetFont(selected);
+    return shown;
 }
 
 }  // namespace
@@ -205,8 +220,7 @@ void VyrDiagram::LayOut(wxDC* dc) {
                 }
             }
             if (w > m_rectArea.width) {
-                piece.text = wxControl::Ellipsize(piece.text, *dc, wxELLIPSIZE_END,
-                                                  m_rectArea.width, wxELLIPSIZE_FLAGS_NONE);
+                piece.text = Shorten(dc, piece.text, pieceFont, m_rectArea.width);
                 w = Extent(dc, piece.text, pieceFont).x;
             }
             x += x == 0 ? 0 : before;
@@ -219,9 +233,7 @@ void VyrDiagram::LayOut(wxDC* dc) {
             VyrHeadingPiece& last = layout.heading.back();
             const wxFont& lastFont = last.bold ? bold : font;
             if (last.at.x + Extent(dc, last.text, lastFont).x > m_rectArea.GetRight())
-                last.text =
-                    wxControl::Ellipsize(last.text, *dc, wxELLIPSIZE_END,
-                                         m_rectArea.GetRight() - last.at.x, wxELLIPSIZE_FLAGS_NONE);
+                last.text = Shorten(dc, last.text, lastFont, m_rectArea.GetRight() - last.at.x);
         }
         const int height =
             layout.heading.empty() ? 0 : layout.heading.back().at.y - m_rectArea.y + lineHeight;
@@ -310,17 +322,18 @@ void VyrDiagram::PaintUnitScales(wxDC* dc) {
 
 void VyrDiagram::ReserveUserTexts(wxDC* dc) {
     VyrTextBoxes& layout = *m_pTextBoxes;
-    // The title where the user put it, wrapped and moved only as far as the area asks.
+    // The title where the user put it, wrapped and moved only as far as the plot
+    // (the clipping of every text but the heading's and the scales') asks.
     VyrNote* titre = m_pNoteTitre;
     if (titre && titre->GetState() != VYR_NOTE_MOVING && titre->IsShown()) {
         const wxFont bold = WithWeight(dc->GetFont(), wxFONTWEIGHT_BOLD);
         layout.titleText =
-            WrapToWidth(dc, titre->GetText(), bold, m_rectArea.width - 2 * kTitreMargin);
-        wxCoord w = 0, h = 0;
-        dc->GetMultiLineTextExtent(layout.titleText, &w, &h, nullptr, &bold);
-        wxRect box(GetTitrePos(titre), wxSize(w + 2 * kTitreMargin, h + 2 * kTitreMargin));
-        box.x = std::max(m_rectArea.x, std::min(box.x, m_rectArea.GetRight() + 1 - box.width));
-        box.y = std::max(m_rectArea.y, std::min(box.y, m_rectArea.GetBottom() + 1 - box.height));
+            WrapToWidth(dc, titre->GetText(), bold, m_rectPlot.width - 2 * kTitreMargin);
+        const wxSize text = Extent(dc, layout.titleText, bold);
+        wxRect box(GetTitrePos(titre),
+                   wxSize(text.x + 2 * kTitreMargin, text.y + 2 * kTitreMargin));
+        box.x = std::max(m_rectPlot.x, std::min(box.x, m_rectPlot.GetRight() + 1 - box.width));
+        box.y = std::max(m_rectPlot.y, std::min(box.y, m_rectPlot.GetBottom() + 1 - box.height));
         layout.titleCorner = box.GetTopLeft();
         layout.Add(box);
     }

@@ -217,8 +217,13 @@ void VyrDiagram::ReserveNotes(wxDC* dc) {
                 dc->GetMultiLineTextExtent(note->GetText(), &w, &h);
                 const wxPoint raw =
                     points.GetWorld().ToPixel(note->GetPositionX(), note->GetPositionY());
-                wxRect box(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y), w + 2 * kNoteMargin,
-                           h + 2 * kNoteMargin);
+                const wxRect stored(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y), w + 2 * kNoteMargin,
+                                    h + 2 * kNoteMargin);
+                // Inside the plot first (texts are clipped to it), then clear of other texts.
+                wxRect box = stored;
+                box.x =
+                    std::max(m_rectPlot.x, std::min(box.x, m_rectPlot.GetRight() + 1 - box.width));
+                box.y = std::max(top, std::min(box.y, bottom + 1 - box.height));
                 // Downward first, then upward, a box's height at a time, inside the plot.
                 const int step = box.height + layout.gap;
                 wxRect free = box;
@@ -228,10 +233,10 @@ void VyrDiagram::ReserveNotes(wxDC* dc) {
                     if (free.y < top || free.GetBottom() > bottom)
                         free = box;
                 }
-                if (free != box && layout.IsFree(free))
-                    layout.noteCorners[note] = free.GetTopLeft();
-                else
+                if (free == box || !layout.IsFree(free))
                     free = box;
+                if (free != stored)
+                    layout.noteCorners[note] = free.GetTopLeft();
                 layout.Add(free);
             }
         }

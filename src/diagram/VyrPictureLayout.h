@@ -72,7 +72,7 @@ public:
     // Note boxes moved aside from a text they would have covered (top left corners).
     std::map<const VyrNote*, wxPoint> noteCorners;
     std::map<const VyrOutilInterval*, VyrToolLabels> toolLabels;
-    // The title as drawn: wrapped to the area's width and kept inside it (empty: as stored).
+    // The title as drawn: wrapped to the plot's width and kept inside it (empty: as stored).
     wxString titleText;
     wxPoint titleCorner;
     // Space around the labels of a scale, and the legend's box (empty when none is drawn).

@@ -88,6 +88,10 @@ class NoTextCoversAnotherTest(LayoutTestCase):
                     found = words(self.render(sample, size, scale))
                     self.assertGreater(len(found), 5, "the picture has almost no text")
                     self.assertEqual(collisions(found), [])
+                    width = int(size.split("x")[0])
+                    outside = [text for text, box in found
+                               if box[0] < -TOUCH or box[2] > width + TOUCH]
+                    self.assertEqual(outside, [], "texts run off the picture")
 
     def test_the_check_sees_the_collisions_of_the_classic_picture(self):
         # The classic picture puts the heading over the top graduation and a note over a tool's
@@ -96,10 +100,14 @@ class NoTextCoversAnotherTest(LayoutTestCase):
         found = words(self.render(sample, "600x400", "2", "--plain"))
         self.assertNotEqual(collisions(found), [])
 
-    def test_a_long_heading_stays_inside_the_picture(self):
+    def test_a_title_wider_than_the_picture_wraps_inside_it(self):
+        # At 400x300 and scale 2 the signal's title is wider than the whole picture.
         sample = os.path.join(SAMPLES, "signal.vyr")
-        pdf = self.render(sample, "400x300", "2")
-        for text, box in words(pdf):
-            with self.subTest(word=text):
-                self.assertLessEqual(box[2], 400 + TOUCH)
-                self.assertGreaterEqual(box[0], -TOUCH)
+        plain = words(self.render(sample, "400x300", "2", "--plain"))
+        self.assertTrue([t for t, box in plain if box[2] > 400 + TOUCH])
+        found = words(self.render(sample, "400x300", "2"))
+        title = [box for text, box in found if text in ("Light", "gate:", "cart", "passes")]
+        self.assertEqual(len(title), 4)
+        self.assertGreater(max(b[1] for b in title), min(b[1] for b in title), "not wrapped")
+        for box in title:
+            self.assertLessEqual(box[2], 400 + TOUCH)
