@@ -186,7 +186,8 @@ void VyrDiagram::LayOut(wxDC* dc) {
                     named.push_back(courbe);
             for (size_t k = 0; k < named.size(); ++k) {
                 const bool mainUnit = UnitOf(named[k]->GetVy()) == m_sUy;
-                const wxString name = named[k]->GetVy()->GetGrandeur();
+                const VyrVecteur* vy = named[k]->GetVy();
+                const wxString name = vy ? vy->GetGrandeur() : wxString();
                 const bool own = mainUnit || m_bAllCurvesColour || grouped;
                 pieces.push_back({k + 1 < named.size() ? name + L"," : name,
                                   own ? named[k]->GetColor() : GetDisabledCurvesColour(), mainUnit,
