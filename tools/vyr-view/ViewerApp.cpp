@@ -20,6 +20,8 @@ ViewerApp::~ViewerApp() = default;
 void ViewerApp::OnInitCmdLine(wxCmdLineParser& parser) {
     wxApp::OnInitCmdLine(parser);
     parser.AddOption("", "script", "run the commands of FILE, then quit", wxCMD_LINE_VAL_STRING);
+    parser.AddSwitch("", "plain", "paint the classic picture (no scale per unit, no legend)");
+    parser.AddSwitch("", "no-legend", "leave the legend of the curves out");
     parser.AddParam("document", wxCMD_LINE_VAL_STRING,
                     wxCMD_LINE_PARAM_OPTIONAL | wxCMD_LINE_PARAM_MULTIPLE);
 }
@@ -28,6 +30,8 @@ bool ViewerApp::OnCmdLineParsed(wxCmdLineParser& parser) {
     if (!wxApp::OnCmdLineParsed(parser))
         return false;
     parser.Found("script", &m_scriptPath);
+    m_look.plain = parser.Found("plain");
+    m_look.legend = !parser.Found("no-legend");
     for (size_t i = 0; i < parser.GetParamCount(); ++i)
         m_files.Add(parser.GetParam(i));
     return true;

@@ -9,6 +9,8 @@
 #include <wx/app.h>
 #include <wx/arrstr.h>
 
+#include "PictureOptions.h"
+
 class MainFrame;
 class ScriptDriver;
 class wxDocManager;
@@ -25,6 +27,8 @@ public:
     bool OnCmdLineParsed(wxCmdLineParser& parser) override;
 
     wxDocManager* GetDocManager() const { return m_manager; }
+    // How new views paint their diagrams (--plain, --no-legend).
+    const PictureOptions& GetPictureOptions() const { return m_look; }
     MainFrame* GetMainFrame() const { return m_mainFrame; }
     // The process's exit status once the main loop ends (a failed script sets it).
     void SetExitStatus(int status) { m_exitStatus = status; }
@@ -35,6 +39,7 @@ private:
     std::unique_ptr<ScriptDriver> m_script;
     wxArrayString m_files;
     wxString m_scriptPath;
+    PictureOptions m_look;
     int m_exitStatus = 0;
 };
 
