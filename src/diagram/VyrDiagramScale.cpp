@@ -22,6 +22,12 @@ bool IsScaleType(int type) {
 
 // The extremes of the valid points of `v`; false when it has none.
 bool ValidExtremes(const VyrVecteur* v, double& lo, double& hi) {
+    // Every point valid (as a live recording's are): the vector's own range, kept up to date
+    // as points come, is the same walk's answer without walking.
+    if (v->GetSize() > 0 && v->GetValidity()->FindFirstUnset() >= v->GetSize()) {
+        v->GetMinMax(lo, hi);
+        return true;
+    }
     bool any = false;
     const double* values = v->GetArea();
     for (int i = 0; values && i < v->GetSize(); ++i) {
