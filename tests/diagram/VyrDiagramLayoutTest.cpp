@@ -71,19 +71,6 @@ std::vector<wxString> TextsAndPlaces(const RecordingDC& dc) {
     return out;
 }
 
-// Every primitive, one a line, for the messages of failed expectations.
-std::string Dump(const RecordingDC& dc) {
-    std::string out;
-    for (const RecordedPrimitive& p : dc.Primitives())
-        out += wxString::Format("%d '%s' (%d,%d)-(%d,%d) rect %d,%d %dx%d pen %s\n",
-                                static_cast<int>(p.kind), p.text, p.From().x, p.From().y, p.To().x,
-                                p.To().y, p.rect.x, p.rect.y, p.rect.width, p.rect.height,
-                                p.pen.IsOk() ? wxString::Format("%06x", p.pen.GetColour().GetRGB())
-                                             : wxString("-"))
-                   .ToStdString();
-    return out;
-}
-
 }  // namespace
 
 TEST(VyrDiagramLayout, ANewDiagramHasNoOptionAndOptionsOffGiveTheClassicPictureAgain) {
@@ -134,7 +121,7 @@ TEST(VyrDiagramLayout, OtherUnitGetsAScaleRightOfThePlotInItsCurvesColour) {
     EXPECT_EQ(unit->textForeground, kBlue);
     EXPECT_GT(unit->Pos().x, axisX);
     const RecordedPrimitive* one = dc.FindText("1");
-    ASSERT_NE(one, nullptr) << Dump(dc);
+    ASSERT_NE(one, nullptr) << dc.Dump();
     EXPECT_EQ(one->textForeground, kBlue);
     EXPECT_GT(one->Pos().x, axisX);
     EXPECT_NEAR(one->Pos().y + RecordingDC::LineHeight(one->font) / 2, plot.y + plot.height / 2, 2);
@@ -239,7 +226,7 @@ TEST(VyrDiagramLayout, NoteOverAToolLabelStepsAsideAndTheToolLabelFindsAFreePlac
     t.scene.Doc().AddOutilIntervalEntity(&model);
     RecordingDC classic;
     PaintOn(t.Diagram(), classic);
-    ASSERT_FALSE(Collisions(classic).empty()) << Dump(classic);
+    ASSERT_FALSE(Collisions(classic).empty()) << classic.Dump();
 
     t.Diagram().SetOptions(VYR_OPTION_TIDY_LAYOUT);
     RecordingDC tidy;

@@ -29,19 +29,6 @@ const RecordedPrimitive* LegendBox(const RecordingDC& dc) {
     return found;
 }
 
-// Every primitive, one a line, for the messages of failed expectations.
-std::string Dump(const RecordingDC& dc) {
-    std::string out;
-    for (const RecordedPrimitive& p : dc.Primitives())
-        out += wxString::Format("%d '%s' (%d,%d)-(%d,%d) rect %d,%d %dx%d pen %s\n",
-                                static_cast<int>(p.kind), p.text, p.From().x, p.From().y, p.To().x,
-                                p.To().y, p.rect.x, p.rect.y, p.rect.width, p.rect.height,
-                                p.pen.IsOk() ? wxString::Format("%06x", p.pen.GetColour().GetRGB())
-                                             : wxString("-"))
-                   .ToStdString();
-    return out;
-}
-
 }  // namespace
 
 TEST(VyrDiagramLegend, OneCurveHasNoLegend) {
@@ -92,7 +79,7 @@ TEST(VyrDiagramLegend, TwoCurvesAreNamedBesideALineOfTheirColourInsideTheBox) {
             sample = sample ||
                      (p.pen.IsOk() && p.pen.GetColour() == entry.second && p.From().y == p.To().y &&
                       box->rect.Contains(p.From()) && p.To().x < name.Pos().x);
-        EXPECT_TRUE(sample) << entry.first << Dump(dc);
+        EXPECT_TRUE(sample) << entry.first << dc.Dump();
     }
     // The curves are the plot's two diagonals: the legend lies between them, off both.
     for (int x = plot.x; x <= plot.GetRight(); ++x) {
@@ -123,9 +110,9 @@ TEST(VyrDiagramLegend, LegendGoesWhereTheCurvesAreNotAndNeverOverANote) {
     wxRect plot;
     scene.Diagram().GetRect(plot);
     // Left of the rising curve's start and clear of the flat one along the top.
-    EXPECT_LT(box->rect.GetRight(), plot.x + plot.width / 2) << Dump(first);
+    EXPECT_LT(box->rect.GetRight(), plot.x + plot.width / 2) << first.Dump();
     const wxPoint top = scene.Diagram().RealToPixel(0, 200);
-    EXPECT_GT(box->rect.y, top.y) << Dump(first);
+    EXPECT_GT(box->rect.y, top.y) << first.Dump();
 
     // A note where the legend was: the legend moves away from it.
     VyrNote* note = scene.Doc().CreateNoteEntity();
