@@ -15,6 +15,7 @@
 #include <wx/pen.h>
 
 #include "diagram/VyrCurvePoints.h"
+#include "diagram/VyrLineBatch.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/diagram/VyrDiagram.h"
@@ -222,6 +223,7 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
     bool repeated = false;    // the run holds more than one point
     ColumnTail tail;          // the run's points after its first, taken by the tight pass
     wxPoint previous(-1, 0);  // the last point of the run before (x == -1: none)
+    VyrLineBatch lines(dc);
 
     auto flush = [&]() {
         if (!haveRun)
@@ -232,9 +234,9 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
             repeated = true;
         }
         if (previous.x != -1)
-            dc->DrawLine(previous, first);
+            lines.Line(previous, first);
         if (repeated && first.x != -1)
-            dc->DrawLine(first.x, low, first.x, high);
+            lines.Line(first.x, low, first.x, high);
         previous = points.Pixel(lastIndex);
     };
 
@@ -310,6 +312,7 @@ void VyrDiagram::PaintCurveLine(wxDC* dc, VyrCourbe* courbe) {
 void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
     const int axisRow = m_ptOrigin.y;
@@ -322,7 +325,7 @@ void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
     int low = axisRow, high = axisRow;
     auto flush = [&]() {
         if (inColumn && (low < drawnLow || high > drawnHigh))
-            dc->DrawLine(columnX, low, columnX, high);
+            lines.Line(columnX, low, columnX, high);
         inColumn = false;
     };
     for (int i = points.Begin(); i < points.End(); i = points.Next(i)) {
@@ -343,15 +346,15 @@ void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
             if (!drawn) {
                 // The first bar of the column, as it is: a column of one point costs what
                 // it always did.
-                dc->DrawLine(previousX, p.y, previousX, axisRow);
-                dc->DrawLine(p.x, p.y, p.x, axisRow);
-                dc->DrawLine(previousX, p.y, p.x, p.y);
+                lines.Line(previousX, p.y, previousX, axisRow);
+                lines.Line(p.x, p.y, p.x, axisRow);
+                lines.Line(previousX, p.y, p.x, p.y);
                 drawn = true;
                 drawnLow = std::min(p.y, axisRow);
                 drawnHigh = std::max(p.y, axisRow);
             } else if (previousX != p.x) {
-                dc->DrawLine(previousX, p.y, previousX, axisRow);
-                dc->DrawLine(previousX, p.y, p.x, p.y);
+                lines.Line(previousX, p.y, previousX, axisRow);
+                lines.Line(previousX, p.y, p.x, p.y);
             }
             low = std::min(low, p.y);
             high = std::max(high, p.y);
@@ -371,6 +374,7 @@ void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
 void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
     bool havePrevious = false;
@@ -383,7 +387,7 @@ void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
     int low = 0, high = 0;
     auto flush = [&]() {
         if (inColumn && steps && (!drawn || low < drawnLow || high > drawnHigh))
-            dc->DrawLine(previous.x, low, previous.x, high);
+            lines.Line(previous.x, low, previous.x, high);
         inColumn = false;
     };
     for (int i = points.Begin(); i < points.End(); i = points.Next(i)) {
@@ -407,8 +411,8 @@ void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
             if (havePrevious) {
                 // The step into the column, as it is: a column of one point costs what it
                 // always did.
-                dc->DrawLine(previous.x, previous.y, p.x, previous.y);
-                dc->DrawLine(p.x, previous.y, p.x, p.y);
+                lines.Line(previous.x, previous.y, p.x, previous.y);
+                lines.Line(p.x, previous.y, p.x, p.y);
                 drawn = steps = true;
                 low = drawnLow = std::min(previous.y, p.y);
                 high = drawnHigh = std::max(previous.y, p.y);
@@ -423,57 +427,63 @@ void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
 void VyrDiagram::PaintCurveVSegment(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const int axisRow = m_ptOrigin.y;
     // Verticals: a point draws on its own column only.
     VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
-    ForEachValidPixel(points, [&](const wxPoint& p) { dc->DrawLine(p.x, p.y, p.x, axisRow); });
+    ForEachValidPixel(points, [&](const wxPoint& p) { lines.Line(p.x, p.y, p.x, axisRow); });
 }
 
 void VyrDiagram::PaintCurveHSegment(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const int axisColumn = m_ptOrigin.x;
     ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}),
-                      [&](const wxPoint& p) { dc->DrawLine(p.x, p.y, axisColumn, p.y); });
+                      [&](const wxPoint& p) { lines.Line(p.x, p.y, axisColumn, p.y); });
 }
 
 void VyrDiagram::PaintCurveHVSegment(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const wxPoint origin = m_ptOrigin;
     ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}), [&](const wxPoint& p) {
-        dc->DrawLine(p.x, p.y, p.x, origin.y);
-        dc->DrawLine(p.x, p.y, origin.x, p.y);
+        lines.Line(p.x, p.y, p.x, origin.y);
+        lines.Line(p.x, p.y, origin.x, p.y);
     });
 }
 
 void VyrDiagram::PaintCurveVLine(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const int top = m_rectPlot.y;
     const int bottom = m_rectPlot.y + m_rectPlot.height - 1;
     VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
-    ForEachValidPixel(points, [&](const wxPoint& p) { dc->DrawLine(p.x, top, p.x, bottom); });
+    ForEachValidPixel(points, [&](const wxPoint& p) { lines.Line(p.x, top, p.x, bottom); });
 }
 
 void VyrDiagram::PaintCurveHLine(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const int left = m_rectPlot.x;
     const int right = m_rectPlot.x + m_rectPlot.width - 1;
     ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}),
-                      [&](const wxPoint& p) { dc->DrawLine(left, p.y, right, p.y); });
+                      [&](const wxPoint& p) { lines.Line(left, p.y, right, p.y); });
 }
 
 void VyrDiagram::PaintCurveHVLine(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const wxRect& r = m_rectPlot;
     ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}), [&](const wxPoint& p) {
-        dc->DrawLine(p.x, r.y, p.x, r.y + r.height - 1);
-        dc->DrawLine(r.x, p.y, r.x + r.width - 1, p.y);
+        lines.Line(p.x, r.y, p.x, r.y + r.height - 1);
+        lines.Line(r.x, p.y, r.x + r.width - 1, p.y);
     });
 }
 
