@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -31,7 +32,8 @@ struct VyrLineBatch::Shape {
         int16_t dx, dy;  // from the line's start
         uint8_t keep;    // 255 - the line's cover of the pixel (0..254)
     };
-    std::vector<Cell> cells;
+    std::vector<Cell> cells;  // partly covered pixels
+    std::vector<Cell> whole;  // wholly covered pixels: they take the colour itself
     // Extent of the cells around the start.
     int left = 0, right = 0, top = 0, bottom = 0;
 };
@@ -116,18 +118,26 @@ void VyrLineBatch::Line(int x1, int y1, int x2, int y2) {
         // The usual case: the whole line lies inside the clip.
         uint8_t* start = m_target.At(cx, cy);
         const ptrdiff_t stride = m_target.stride;
+        // Written without being read: no wait for the image's memory.
+        for (const Shape::Cell& cell : shape->whole)
+            std::memcpy(start + cell.dy * stride + cell.dx * 4, &m_share[255], 4);
         for (const Shape::Cell& cell : shape->cells)
             VyrPixelBlend::Over(start + cell.dy * stride + cell.dx * 4, cell.keep,
                                 m_share[255u - cell.keep]);
         return;
     }
-    for (const Shape::Cell& cell : shape->cells) {
+    auto inside = [&](const Shape::Cell& cell) {
         const int x = cx + cell.dx;
         const int y = cy + cell.dy;
-        if (x < clip.x || x > clip.GetRight() || y < clip.y || y > clip.GetBottom())
-            continue;
-        VyrPixelBlend::Over(m_target.At(x, y), cell.keep, m_share[255u - cell.keep]);
-    }
+        return x >= clip.x && x <= clip.GetRight() && y >= clip.y && y <= clip.GetBottom();
+    };
+    for (const Shape::Cell& cell : shape->whole)
+        if (inside(cell))
+            std::memcpy(m_target.At(cx + cell.dx, cy + cell.dy), &m_share[255], 4);
+    for (const Shape::Cell& cell : shape->cells)
+        if (inside(cell))
+            VyrPixelBlend::Over(m_target.At(cx + cell.dx, cy + cell.dy), cell.keep,
+                                m_share[255u - cell.keep]);
 }
 
 const VyrLineBatch::Shape* VyrLineBatch::ShapeOf(int dx, int dy) {
@@ -171,17 +181,18 @@ const VyrLineBatch::Shape* VyrLineBatch::ShapeOf(int dx, int dy) {
             if (x == 0 || y == 0 || x == width - 1 || y == height - 1)
                 return nullptr;  // the line may reach past the image
             const Shape::Cell cell{int16_t(x - x0), int16_t(y - y0), uint8_t(255u - px[0])};
-            shape->cells.push_back(cell);
+            (cell.keep == 0 ? shape->whole : shape->cells).push_back(cell);
             shape->left = std::min(shape->left, int(cell.dx));
             shape->right = std::max(shape->right, int(cell.dx));
             shape->top = std::min(shape->top, int(cell.dy));
             shape->bottom = std::max(shape->bottom, int(cell.dy));
         }
     }
-    if (cache.cells + shape->cells.size() > kMaxCells) {
+    const size_t cells = shape->cells.size() + shape->whole.size();
+    if (cache.cells + cells > kMaxCells) {
         cache.shapes.clear();
         cache.cells = 0;
     }
-    cache.cells += shape->cells.size();
+    cache.cells += cells;
     return (cache.shapes[key] = std::move(shape)).get();
 }

@@ -38,6 +38,8 @@ public:
     void SetOctetAt(int k, unsigned char b);
     // Byte k, unchecked.
     unsigned char operator[](int k) const { return m_pBytes[k]; }
+    // The GetSize() bytes held (null when none), for walks that test many points at once.
+    const unsigned char* GetBytes() const { return m_pBytes; }
 
     // Bits first..end-2 move one place up (bit k+1 takes bit k); bit `first` keeps its state
     // and bit end-1 is overwritten. Used to insert a point. Ignored unless 0 <= first < end and
