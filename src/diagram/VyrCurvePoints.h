@@ -136,15 +136,19 @@ public:
             ++j;
         return j;
     }
-    // The extremes of Y's blocks of VyrVecteur::kExtremesBlock points (see
-    // VyrVecteur::GetBlockExtremes), when X ascends, so that points on one pixel column are
-    // consecutive and a block lies on a column when its first and last point do; else none.
-    // Answers the number of blocks.
-    int YBlockExtremes(const double** extremes) const {
-        *extremes = nullptr;
+    // The extremes of X's and Y's blocks of VyrVecteur::kExtremesBlock points (see
+    // VyrVecteur::GetBlockExtremes), when X ascends, so that the points of one pixel column
+    // are consecutive and a block lies on a column when its extremes do; else none. Answers
+    // the number of blocks both vectors know.
+    int BlockExtremes(const double** xExtremes, const double** yExtremes) const {
+        *xExtremes = *yExtremes = nullptr;
         if (!m_pVx || !m_pVy || !m_pX || !m_pY || !m_pVx->IsSortedAscending())
             return 0;
-        return m_pVy->GetBlockExtremes(extremes);
+        const int count =
+            std::min(m_pVx->GetBlockExtremes(xExtremes), m_pVy->GetBlockExtremes(yExtremes));
+        if (count == 0)
+            *xExtremes = *yExtremes = nullptr;
+        return count;
     }
     const double* GetXs() const { return m_pX; }
     const double* GetYs() const { return m_pY; }

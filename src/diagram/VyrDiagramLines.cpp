@@ -129,41 +129,39 @@ struct ColumnTail {
     bool taken = false;  // at least one point was taken
 
     // Takes the points from i while their X lies in [from, to] and before `end`; answers the
-    // first index not taken. Given the extremes of Y's blocks (blockCount of them; X ascends:
-    // see VyrCurvePoints::YBlockExtremes), the column's points are those up to the first X past
-    // `to`, found by galloping and bisection, and each whole block among them is taken from its
-    // extremes, which are those of its points: a column of a dense recording costs a few X
-    // values and its blocks, not its points. A block holding a NaN is taken point by point,
-    // which notes the NaN.
-    int Extend(const double* xs, const double* ys, int i, int end, const double* blocks,
-               int blockCount) {
-        if (!blocks || i >= end || !(xs[i] >= from))
+    // first index not taken. Given the extremes of X's and Y's blocks (blockCount of them; X
+    // ascends: see VyrCurvePoints::BlockExtremes), a whole block whose X extremes lie in the
+    // column is taken from its Y extremes, which are those of its points: a column of a dense
+    // recording costs its blocks, read from two small arrays in order, not its points. A block
+    // holding a NaN is taken point by point, which notes the NaN.
+    int Extend(const double* xs, const double* ys, int i, int end, const double* xBlocks,
+               const double* yBlocks, int blockCount) {
+        if (!xBlocks || !yBlocks)
             return ExtendPoints(xs, ys, i, end);
         const int size = VyrVecteur::kExtremesBlock;
-        // The first index from i whose X lies past `to` (or end).
-        int known = i;  // every X before it is at most `to`
-        int probe = i;
-        for (int step = size; probe < end && xs[probe] <= to; step *= 2) {
-            known = probe + 1;
-            probe = end - probe > step ? probe + step : end;
-        }
-        const int stop = static_cast<int>(std::upper_bound(xs + known, xs + probe, to) - xs);
-        // The points before the first whole block, the blocks, the points after the last.
-        int k = std::min(stop, (i + size - 1) / size * size);
-        ExtendPoints(xs, ys, i, k);
-        for (int b = k / size; b < blockCount && (b + 1) * size <= stop; ++b) {
-            const double lo = blocks[2 * b], hi = blocks[2 * b + 1];
-            if (lo != lo) {
-                ExtendPoints(xs, ys, b * size, (b + 1) * size);
-            } else {
-                low = lo < low ? lo : low;
-                high = hi > high ? hi : high;
-                taken = true;
+        while (i < end) {
+            const int b = i / size;
+            if (i % size == 0 && b < blockCount && end - i >= size && xBlocks[2 * b] >= from &&
+                xBlocks[2 * b + 1] <= to) {
+                const double lo = yBlocks[2 * b], hi = yBlocks[2 * b + 1];
+                if (lo != lo) {
+                    ExtendPoints(xs, ys, i, i + size);
+                } else {
+                    low = lo < low ? lo : low;
+                    high = hi > high ? hi : high;
+                    taken = true;
+                }
+                i += size;
+                continue;
             }
-            k = (b + 1) * size;
+            // Point by point up to the next block.
+            const int stop = std::min(end, (b + 1) * size);
+            const int next = ExtendPoints(xs, ys, i, stop);
+            if (next < stop)
+                return next;  // a point off the column
+            i = next;
         }
-        ExtendPoints(xs, ys, k, stop);
-        return stop;
+        return i;
     }
 
     int ExtendPoints(const double* xs, const double* ys, int i, int end) {
@@ -260,8 +258,9 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
     ColumnTail tail;          // the run's points after its first, taken by the tight pass
     wxPoint previous(-1, 0);  // the last point of the run before (x == -1: none)
     VyrLineBatch lines(dc);
-    const double* blocks = nullptr;
-    const int blockCount = points.YBlockExtremes(&blocks);
+    const double* xBlocks = nullptr;
+    const double* yBlocks = nullptr;
+    const int blockCount = points.BlockExtremes(&xBlocks, &yBlocks);
 
     auto flush = [&]() {
         if (!haveRun)
@@ -291,7 +290,7 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
         // Every point of [i, end) is drawable.
         while (i < end) {
             if (haveRun && tail.from <= tail.to) {
-                const int next = tail.Extend(xs, ys, i, end, blocks, blockCount);
+                const int next = tail.Extend(xs, ys, i, end, xBlocks, yBlocks, blockCount);
                 if (next > i) {
                     lastIndex = next - 1;
                     i = next;
