@@ -15,14 +15,16 @@
 
 namespace {
 
-// Pens up to this width are stamped; wider ones make few lines and large shapes.
-const int kMaxPenWidth = 8;
+// Pens up to this width are stamped (the widths the tests pin); wider ones draw their lines.
+const int kMaxPenWidth = 4;
+// Antialiased, only the one-pixel pen: the renderer rasterises wider pens' caps a little
+// differently from one whole-pixel position to the next.
 const int kMaxAntialiasedWidth = 1;
 // Lines up to this long on their long side, and this short on their short side, are learnt.
 const int kMaxLength = 1024;
 const int kMaxAcross = 2;
-// The cells all shapes kept by a thread may hold (about 8 bytes each); past it they are
-// forgotten and learnt anew.
+// The cells all shapes kept by a thread may hold (six bytes each); past it they are forgotten
+// and learnt anew.
 const size_t kMaxCells = size_t(1) << 20;
 
 }  // namespace
@@ -65,8 +67,6 @@ VyrLineBatch::VyrLineBatch(wxDC* dc) : m_dc(dc) {
     if (!pen.IsOk() || pen.GetStyle() != wxPENSTYLE_SOLID || pen.GetWidth() < 0 ||
         pen.GetWidth() > kMaxPenWidth || !m_target.Take(m_dc, pen.GetColour()))
         return;
-    // Antialiased, wider pens' caps are rasterised a little differently from one whole-pixel
-    // position to the next: they are drawn.
     if (m_target.antialias != wxANTIALIAS_NONE && pen.GetWidth() > kMaxAntialiasedWidth)
         return;
     m_pen = pen;
@@ -149,8 +149,18 @@ const VyrLineBatch::Shape* VyrLineBatch::ShapeOf(int dx, int dy) {
     const uint64_t key = KeyOf(m_iLook, dx, dy);
     auto found = cache.shapes.find(key);
     if (found != cache.shapes.end())
-        return found->second.get();
+        return found->second.get();  // null: a shape that could not be learnt, drawn
+    std::unique_ptr<Shape> shape = Learn(dx, dy);
+    const size_t cells = shape ? shape->cells.size() + shape->whole.size() : 0;
+    if (cache.cells + cells > kMaxCells) {
+        cache.shapes.clear();
+        cache.cells = 0;
+    }
+    cache.cells += cells;
+    return (cache.shapes[key] = std::move(shape)).get();
+}
 
+std::unique_ptr<VyrLineBatch::Shape> VyrLineBatch::Learn(int dx, int dy) const {
     // Drawn in white on black with room around it for the pen, its caps and the antialiasing:
     // each pixel is then the fraction of it that the line covers.
     const int room = m_pen.GetWidth() + 3;
@@ -188,11 +198,5 @@ const VyrLineBatch::Shape* VyrLineBatch::ShapeOf(int dx, int dy) {
             shape->bottom = std::max(shape->bottom, int(cell.dy));
         }
     }
-    const size_t cells = shape->cells.size() + shape->whole.size();
-    if (cache.cells + cells > kMaxCells) {
-        cache.shapes.clear();
-        cache.cells = 0;
-    }
-    cache.cells += cells;
-    return (cache.shapes[key] = std::move(shape)).get();
+    return shape;
 }

@@ -24,6 +24,7 @@
 #define VYRBASE_SRC_DIAGRAM_VYRLINEBATCH_H
 
 #include <cstdint>
+#include <memory>
 
 #include <wx/dc.h>
 #include <wx/gdicmn.h>
@@ -51,7 +52,11 @@ public:
     struct Shape;
 
 private:
+    // The shape of a line from (0, 0) to (dx, dy), learnt or remembered; null when it is not
+    // learnt (then the line is drawn).
     const Shape* ShapeOf(int dx, int dy);
+    // Draws that line on a small image; null when the picture does not make a shape.
+    std::unique_ptr<Shape> Learn(int dx, int dy) const;
     void Draw(int x1, int y1, int x2, int y2);
 
     wxDC* m_dc;
