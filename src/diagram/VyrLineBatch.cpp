@@ -34,7 +34,13 @@ struct VyrLineBatch::Shape {
         int16_t dx, dy;  // from the line's start
         uint8_t keep;    // 255 - the line's cover of the pixel (0..254)
     };
-    std::vector<Cell> cells;  // partly covered pixels
+    // Two partly covered pixels side by side, (dx, dy) and (dx + 1, dy), blended at once.
+    struct Pair {
+        int16_t dx, dy;
+        uint8_t keep0, keep1;
+    };
+    std::vector<Pair> pairs;
+    std::vector<Cell> cells;  // the other partly covered pixels
     std::vector<Cell> whole;  // wholly covered pixels: they take the colour itself
     // Extent of the cells around the start.
     int left = 0, right = 0, top = 0, bottom = 0;
@@ -121,6 +127,10 @@ void VyrLineBatch::Line(int x1, int y1, int x2, int y2) {
         // Written without being read: no wait for the image's memory.
         for (const Shape::Cell& cell : shape->whole)
             std::memcpy(start + cell.dy * stride + cell.dx * 4, &m_share[255], 4);
+        for (const Shape::Pair& pair : shape->pairs)
+            VyrPixelBlend::OverPair(start + pair.dy * stride + pair.dx * 4, pair.keep0,
+                                    m_share[255u - pair.keep0], pair.keep1,
+                                    m_share[255u - pair.keep1]);
         for (const Shape::Cell& cell : shape->cells)
             VyrPixelBlend::Over(start + cell.dy * stride + cell.dx * 4, cell.keep,
                                 m_share[255u - cell.keep]);
@@ -134,6 +144,14 @@ void VyrLineBatch::Line(int x1, int y1, int x2, int y2) {
     for (const Shape::Cell& cell : shape->whole)
         if (inside(cell))
             std::memcpy(m_target.At(cx + cell.dx, cy + cell.dy), &m_share[255], 4);
+    for (const Shape::Pair& pair : shape->pairs) {
+        for (int k = 0; k < 2; ++k) {
+            const Shape::Cell cell{int16_t(pair.dx + k), pair.dy, k ? pair.keep1 : pair.keep0};
+            if (inside(cell))
+                VyrPixelBlend::Over(m_target.At(cx + cell.dx, cy + cell.dy), cell.keep,
+                                    m_share[255u - cell.keep]);
+        }
+    }
     for (const Shape::Cell& cell : shape->cells)
         if (inside(cell))
             VyrPixelBlend::Over(m_target.At(cx + cell.dx, cy + cell.dy), cell.keep,
@@ -151,7 +169,8 @@ const VyrLineBatch::Shape* VyrLineBatch::ShapeOf(int dx, int dy) {
     if (found != cache.shapes.end())
         return found->second.get();  // null: a shape that could not be learnt, drawn
     std::unique_ptr<Shape> shape = Learn(dx, dy);
-    const size_t cells = shape ? shape->cells.size() + shape->whole.size() : 0;
+    const size_t cells =
+        shape ? shape->cells.size() + shape->whole.size() + 2 * shape->pairs.size() : 0;
     if (cache.cells + cells > kMaxCells) {
         cache.shapes.clear();
         cache.cells = 0;
@@ -196,6 +215,18 @@ std::unique_ptr<VyrLineBatch::Shape> VyrLineBatch::Learn(int dx, int dy) const {
             shape->right = std::max(shape->right, int(cell.dx));
             shape->top = std::min(shape->top, int(cell.dy));
             shape->bottom = std::max(shape->bottom, int(cell.dy));
+        }
+    }
+    // Partly covered pixels side by side on a row go in pairs.
+    std::vector<Shape::Cell> partial;
+    partial.swap(shape->cells);
+    for (size_t k = 0; k < partial.size(); ++k) {
+        const Shape::Cell& a = partial[k];
+        if (k + 1 < partial.size() && partial[k + 1].dy == a.dy && partial[k + 1].dx == a.dx + 1) {
+            shape->pairs.push_back({a.dx, a.dy, a.keep, partial[k + 1].keep});
+            ++k;
+        } else {
+            shape->cells.push_back(a);
         }
     }
     return shape;
