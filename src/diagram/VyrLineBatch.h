@@ -18,8 +18,10 @@
 //
 // Only lines whose shape is narrow (at most two pixels across in one direction: the
 // segments, verticals and horizontals that dense curves are made of) and not too long are
-// learnt; any other line, any pen that is not solid, wider than a few pixels or not opaque,
-// and any other context are drawn through DrawLine, as they always were.
+// learnt; any other line, any pen that is not solid and opaque, wider than 4 pixels (or than
+// one pixel when antialiased: the renderer rasterises wider caps a little differently from
+// one whole-pixel position to the next), and any other context are drawn through DrawLine,
+// as they always were.
 #ifndef VYRBASE_SRC_DIAGRAM_VYRLINEBATCH_H
 #define VYRBASE_SRC_DIAGRAM_VYRLINEBATCH_H
 
