@@ -156,7 +156,8 @@ public:
     // when the target does not qualify; then nothing is to be stamped.
     template <typename PaintOne>
     bool Learn(wxDC* dc, const wxColour& colour, int reach, PaintOne paint) {
-        if (!m_target.Take(dc, colour) || !LearnStamp(m_target.antialias, reach, paint))
+        if (!m_target.Take(dc, colour) ||
+            !LearnStamp(m_target.antialias, m_target.offset, reach, paint))
             return false;
         int left = 0, right = 0, top = 0, bottom = 0;
         for (Cell& cell : m_cells) {
@@ -210,7 +211,7 @@ private:
     };
 
     template <typename PaintOne>
-    bool LearnStamp(wxAntialiasMode antialias, int reach, PaintOne paint) {
+    bool LearnStamp(wxAntialiasMode antialias, bool offset, int reach, PaintOne paint) {
         if (reach < 0 || reach > kMaxReach)
             return false;
         const int side = 2 * reach + 1;
@@ -222,6 +223,7 @@ private:
                 return false;
             wxGCDC stampDc(gc);
             gc->SetAntialiasMode(antialias);
+            gc->EnableOffset(offset);
             paint(&stampDc, wxPoint(reach, reach));
         }
         // White over black: each pixel is the fraction of it that the marker covers.

@@ -5,7 +5,8 @@
 bool VyrImageTarget::Take(wxDC* dc, const wxColour& colour) {
     wxGraphicsContext* gc = dc ? dc->GetGraphicsContext() : nullptr;
     if (!gc || gc->GetRenderer() != wxGraphicsRenderer::GetCairoRenderer() || !colour.IsOk() ||
-        colour.Alpha() != wxALPHA_OPAQUE || dc->GetLogicalFunction() != wxCOPY)
+        colour.Alpha() != wxALPHA_OPAQUE || dc->GetLogicalFunction() != wxCOPY ||
+        gc->GetContentScaleFactor() != 1.0)
         return false;
     cairo_t* cr = static_cast<cairo_t*>(gc->GetNativeContext());
     if (!cr || cairo_status(cr) != CAIRO_STATUS_SUCCESS ||
@@ -48,6 +49,7 @@ bool VyrImageTarget::Take(wxDC* dc, const wxColour& colour) {
     data = cairo_image_surface_get_data(target);
     stride = cairo_image_surface_get_stride(target);
     antialias = gc->GetAntialiasMode();
+    offset = gc->OffsetEnabled();
     colourBytes[0] = colour.Blue();
     colourBytes[1] = colour.Green();
     colourBytes[2] = colour.Red();

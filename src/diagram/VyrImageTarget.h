@@ -2,9 +2,9 @@
 // pixels instead of drawing them through the toolkit (markers, the lines of a dense curve).
 //
 // Only an image surface of 32-bit pixels drawn through cairo, with a whole-pixel translation,
-// no clipping other than one rectangle of whole pixels, the default "over" operator, wxCOPY and
-// an opaque colour qualifies; any other context (a vector surface, a printer, a scaled one)
-// has its figures drawn.
+// no content scaling, no clipping other than one rectangle of whole pixels, the default "over"
+// operator, wxCOPY and an opaque colour qualifies; any other context (a vector surface, a printer,
+// a scaled one) has its figures drawn.
 #ifndef VYRBASE_SRC_DIAGRAM_VYRIMAGETARGET_H
 #define VYRBASE_SRC_DIAGRAM_VYRIMAGETARGET_H
 
@@ -35,6 +35,10 @@ struct VyrImageTarget {
     wxPoint shift;  // device position of logical (0, 0)
     wxRect clip;    // device pixels that may be written
     wxAntialiasMode antialias = wxANTIALIAS_DEFAULT;
+    // Whether the context moves thin lines by half a pixel onto pixel centres (a context made
+    // over a window's or a bitmap's DC does, one made over an image need not): the figures are
+    // learnt with the same setting, else a line covers two half pixels instead of one whole.
+    bool offset = false;
     uint8_t colourBytes[4] = {0, 0, 0, 255};  // in the image's byte order: blue, green, red, alpha
 };
 

@@ -78,7 +78,8 @@ VyrLineBatch::VyrLineBatch(wxDC* dc) : m_dc(dc) {
     m_pen = pen;
     m_pen.SetColour(*wxWHITE);
     m_iLook = uint64_t(pen.GetWidth()) | (uint64_t(pen.GetCap() & 0xFF) << 8) |
-              (uint64_t(pen.GetJoin() & 0xFF) << 16) | (uint64_t(m_target.antialias & 0xFF) << 24);
+              (uint64_t(pen.GetJoin() & 0xFF) << 16) | (uint64_t(m_target.antialias & 0xFF) << 24) |
+              (uint64_t(m_target.offset) << 32);
     for (unsigned cover = 0; cover < 256; ++cover)
         m_share[cover] = VyrPixelBlend::ColourShare(m_target.colourBytes, cover);
     // What cairo drew before reaches the memory that is blended into.
@@ -195,6 +196,7 @@ std::unique_ptr<VyrLineBatch::Shape> VyrLineBatch::Learn(int dx, int dy) const {
             return nullptr;
         wxGCDC dc(gc);
         gc->SetAntialiasMode(m_target.antialias);
+        gc->EnableOffset(m_target.offset);
         dc.SetPen(m_pen);
         dc.DrawLine(x0, y0, x0 + dx, y0 + dy);
     }

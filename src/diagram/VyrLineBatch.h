@@ -65,8 +65,8 @@ private:
     bool m_bStamping = false;
     bool m_bDirty = false;  // pixels written since cairo last drew
     VyrImageTarget m_target;
-    wxPen m_pen;                 // the context's pen, white: what shapes are learnt with
-    uint64_t m_iLook = 0;        // pen width, cap, join and antialiasing, as part of a shape's key
+    wxPen m_pen;           // the context's pen, white: what shapes are learnt with
+    uint64_t m_iLook = 0;  // pen width, cap, join, antialiasing and offset: part of a shape's key
     uint32_t m_share[256] = {};  // the colour's share of a pixel it covers by 0..255
 };
 

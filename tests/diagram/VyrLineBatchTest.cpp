@@ -156,6 +156,50 @@ TEST(VyrLineBatch, AntialiasedLinesOnAnImageAreWithinOneUnitOfEachLineDrawn) {
     }
 }
 
+// A context that moves thin lines onto pixel centres (as one made over a window's or a bitmap's
+// DC does) gets shapes learnt with that same setting: one pixel covered wholly where a line
+// without it would cover two by halves.
+TEST(VyrLineBatch, LinesOfAnOffsetContextAreTheLinesThatContextDraws) {
+    const wxSize size(500, 260);
+    std::mt19937 random(31);
+    const std::vector<Line> lines = MixedLines(2000, random);
+    const wxPen pen(wxColour(185, 185, 185), 1, wxPENSTYLE_SOLID);
+    for (bool antialiased : {false, true}) {
+        SCOPED_TRACE(testing::Message() << "antialiased " << antialiased);
+        auto paint = [&](bool offset, bool batched) {
+            return PaintToImage(
+                size,
+                [&](wxDC& dc) {
+                    dc.GetGraphicsContext()->EnableOffset(offset);
+                    dc.SetPen(pen);
+                    if (!batched) {
+                        for (const Line& l : lines)
+                            dc.DrawLine(l.x1, l.y1, l.x2, l.y2);
+                        return;
+                    }
+                    VyrLineBatch batch(&dc);
+                    EXPECT_TRUE(batch.IsStamping());
+                    for (const Line& l : lines)
+                        batch.Line(l.x1, l.y1, l.x2, l.y2);
+                },
+                antialiased);
+        };
+        const wxImage drawn = paint(true, false);
+        // The two settings do give other pixels, so the comparison below can tell them apart.
+        ASSERT_GT(CountDifferentPixels(drawn, paint(false, false), 1), 1000);
+        // Before and after a picture without the offset has learnt its own shapes. Antialiased,
+        // where many lines pile up on one pixel the blends' roundings add up: a few units of a
+        // channel on a few pixels (the wrong shapes are tens of units off on thousands).
+        for (int picture = 0; picture < 2; ++picture) {
+            if (picture == 1)
+                paint(false, true);
+            const wxImage batched = paint(true, true);
+            EXPECT_EQ(CountDifferentPixels(batched, drawn, antialiased ? 7 : 0), 0);
+            EXPECT_LT(CountDifferentPixels(batched, drawn, 0), antialiased ? 300 : 1);
+        }
+    }
+}
+
 // A context that is not an image, and a pen that is not solid, get every line through
 // DrawLine, in order.
 TEST(VyrLineBatch, OtherContextsAndPensDrawEachLine) {
