@@ -429,6 +429,16 @@ private:
     UnitsShape m_unitsShape;
     // How many times UpdateUnits has run: what UnitsShape compares instead of the unit arrays.
     unsigned m_iUnitsRuns = 0;
+    // The record FindUnitX (0) and FindUnitY (1) last found: a recomputation asks for the main
+    // units several times. Only a found record is kept, since a record stays in its map with
+    // its name until DeleteMapUnit or CopyFrom, which forget these; a unit added later is so
+    // still looked up.
+    struct FoundUnit {
+        wxString name;
+        VyrUnit* record = nullptr;
+    };
+    mutable FoundUnit m_foundUnit[2];
+    VyrUnit* FindUnit(const VyrStrToUnitMap& map, FoundUnit& found, const wxString& unit) const;
     // UpdateScale's lists of the plotted curves' distinct X and Y units (pointers to the
     // vectors' strings, valid during one call) with the diagram's record of each (looked up
     // once per call), kept to spare their allocation.
