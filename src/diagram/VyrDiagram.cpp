@@ -84,6 +84,7 @@ void VyrDiagram::CopyFrom(const VyrDiagram& other) {
     m_rectHit = other.m_rectHit;
     m_pGraphObj = other.m_pGraphObj;
     // The range records are duplicated so that each diagram frees its own.
+    m_foundUnit[0] = m_foundUnit[1] = FoundUnit();
     for (const auto& entry : other.m_mapUnitX)
         m_mapUnitX[entry.first] = entry.second ? new VyrUnit(*entry.second) : nullptr;
     for (const auto& entry : other.m_mapUnitY)
@@ -103,6 +104,7 @@ void VyrDiagram::CopyFrom(const VyrDiagram& other) {
 }
 
 void VyrDiagram::DeleteMapUnit() {
+    m_foundUnit[0] = m_foundUnit[1] = FoundUnit();
     for (auto& entry : m_mapUnitX)
         delete entry.second;
     m_mapUnitX.clear();
@@ -111,12 +113,24 @@ void VyrDiagram::DeleteMapUnit() {
     m_mapUnitY.clear();
 }
 
+VyrUnit* VyrDiagram::FindUnit(const VyrStrToUnitMap& map, FoundUnit& found,
+                              const wxString& unit) const {
+    if (found.record && found.name == unit)
+        return found.record;
+    auto it = map.find(unit);
+    if (it == map.end())
+        return nullptr;
+    if (it->second) {
+        found.name = unit;
+        found.record = it->second;
+    }
+    return it->second;
+}
+
 VyrUnit* VyrDiagram::FindUnitX(const wxString& unit) const {
-    auto it = m_mapUnitX.find(unit);
-    return it == m_mapUnitX.end() ? nullptr : it->second;
+    return FindUnit(m_mapUnitX, m_foundUnit[0], unit);
 }
 
 VyrUnit* VyrDiagram::FindUnitY(const wxString& unit) const {
-    auto it = m_mapUnitY.find(unit);
-    return it == m_mapUnitY.end() ? nullptr : it->second;
+    return FindUnit(m_mapUnitY, m_foundUnit[1], unit);
 }

@@ -76,8 +76,7 @@ void VyrDiagram::RecordUnitsShape(bool before) {
     shape.grdX = m_sGrdX;
     shape.ux = m_sUx;
     shape.uy = m_sUy;
-    shape.allUnits = m_asAllUnits;
-    shape.yUnits = m_asYUnits;
+    shape.run = m_iUnitsRuns;
     // Kept only when that run left the abscissa and units as it found them, so that running it
     // on what it left gives what it left; and when some curve matched the abscissa or there is
     // none, since otherwise UpdateUnits also searches the document's whole entity list.
@@ -87,8 +86,8 @@ void VyrDiagram::RecordUnitsShape(bool before) {
 
 bool VyrDiagram::UnitsWouldStay() const {
     const UnitsShape& shape = m_unitsShape;
-    if (!shape.known || m_sGrdX != shape.grdX || m_sUx != shape.ux || m_sUy != shape.uy ||
-        m_asAllUnits != shape.allUnits || m_asYUnits != shape.yUnits)
+    if (!shape.known || m_iUnitsRuns != shape.run || m_sGrdX != shape.grdX || m_sUx != shape.ux ||
+        m_sUy != shape.uy)
         return false;
     size_t k = 0;
     bool same = true;

@@ -70,16 +70,16 @@ void VyrDiagram::UpdateScale(int type) {
 
     // 1. The distinct units of the plotted curves (exact comparison), in order of discovery:
     // the vectors' own strings, in arrays kept from one call to the next, since a live
-    // acquisition comes here at every point.
-    std::vector<const wxString*>& unitsX = m_aScaleUnits[0];
-    std::vector<const wxString*>& unitsY = m_aScaleUnits[1];
-    auto addUnit = [](std::vector<const wxString*>& units, const VyrVecteur* v) {
+    // acquisition comes here at every point; each with its record, looked up once.
+    std::vector<ScaleUnit>& unitsX = m_aScaleUnits[0];
+    std::vector<ScaleUnit>& unitsY = m_aScaleUnits[1];
+    auto addUnit = [](std::vector<ScaleUnit>& units, const VyrVecteur* v) {
         if (!v)
             return;
-        for (const wxString* known : units)
-            if (*known == v->GetUnite())
+        for (const ScaleUnit& known : units)
+            if (*known.name == v->GetUnite())
                 return;
-        units.push_back(&v->GetUnite());
+        units.push_back({&v->GetUnite(), nullptr});
     };
     unitsX.clear();
     unitsY.clear();
@@ -87,6 +87,10 @@ void VyrDiagram::UpdateScale(int type) {
         addUnit(unitsX, c->GetVx());
         addUnit(unitsY, c->GetVy());
     }
+    for (ScaleUnit& unit : unitsX)
+        unit.record = FindUnitX(*unit.name);
+    for (ScaleUnit& unit : unitsY)
+        unit.record = FindUnitY(*unit.name);
 
     // The extent of the enabled curves of one unit on one axis (DBL_MAX, -DBL_MAX when none).
     auto extent = [&](const wxString& unit, bool onX, double& lo, double& hi) {
@@ -106,15 +110,14 @@ void VyrDiagram::UpdateScale(int type) {
     };
 
     // 2. X units: the plain extent, widened only when it is a single value.
-    for (const wxString* unitX : unitsX) {
-        const wxString& unit = *unitX;
+    for (const ScaleUnit& unitX : unitsX) {
         double lo, hi;
-        extent(unit, true, lo, hi);
+        extent(*unitX.name, true, lo, hi);
         if (lo == hi) {
             lo -= 0.1;
             hi += 0.1;
         }
-        if (VyrUnit* u = FindUnitX(unit)) {
+        if (VyrUnit* u = unitX.record) {
             u->SetMin(type, lo);
             u->SetMax(type, hi);
         }
@@ -124,14 +127,13 @@ void VyrDiagram::UpdateScale(int type) {
     // extremes relative to each unit's largest magnitude.
     double gmin = DBL_MAX;
     double gmax = -DBL_MAX;
-    for (const wxString* unitY : unitsY) {
-        const wxString& unit = *unitY;
+    for (const ScaleUnit& unitY : unitsY) {
         double lo, hi;
-        extent(unit, false, lo, hi);
+        extent(*unitY.name, false, lo, hi);
         const double margin = lo == hi ? 0.1 : (hi - lo) * 0.05;
         lo -= margin;
         hi += margin;
-        if (VyrUnit* u = FindUnitY(unit)) {
+        if (VyrUnit* u = unitY.record) {
             u->SetMin(type, lo);
             u->SetMax(type, hi);
         }
@@ -143,8 +145,8 @@ void VyrDiagram::UpdateScale(int type) {
     }
 
     // 4. Every Y unit gets the same relative extremes, which puts zero at one common height.
-    for (const wxString* unit : unitsY) {
-        VyrUnit* u = FindUnitY(*unit);
+    for (const ScaleUnit& unit : unitsY) {
+        VyrUnit* u = unit.record;
         if (!u)
             continue;
         const double m = std::max(std::fabs(u->GetMax(type)), std::fabs(u->GetMin(type)));

@@ -104,6 +104,7 @@ bool PrefixReadsAsDivisor(const wxString& unit) {
 // ---- Units of the document and of the axes --------------------------------------------------
 
 void VyrDiagram::UpdateUnits() {
+    ++m_iUnitsRuns;
     m_asAllUnits.Clear();
     m_asYUnits.Clear();
     if (!m_pBase)

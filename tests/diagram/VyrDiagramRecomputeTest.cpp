@@ -229,3 +229,75 @@ TEST(VyrDiagramRecompute, UnitChangedBeforeDataChangeIsFollowed) {
     // 1 .. 5 with the 5 % margin.
     EXPECT_DOUBLE_EQ(d->FindUnitY("mV")->GetMax(VYR_SCALE_AUTO), 5.2);
 }
+
+// Between appends: quantities and units renamed behind the diagrams' backs (to nothing too),
+// the unitless-range option toggled and the main Y unit switched, all of which change what the
+// units are made from or change them outside the recomputation.
+TEST(VyrDiagramRecompute, RenamesOptionsAndAxisSwitchesEndWhereFullRecomputationEnds) {
+    std::mt19937 rng(77);
+    int renames = 0, switches = 0;
+    for (int round = 0; round < 8; ++round) {
+        VyrBaseData doc(nullptr);
+        VyrExperience* e = AddExperience(doc, "E1");
+        VyrCourbe* u = AddCurve(doc, e, {"U", "V", "t", "s"}, {{0, 1}, {1, 3}});
+        VyrCourbe* i = AddCurve(doc, e, {"I", "A", "t", "s"}, {{0, -2}, {2, 5}});
+        VyrCourbe* p = AddCurve(doc, e, {"P", "W", "t", "s"}, {{1, 4}});
+        std::vector<VyrCourbe*> curves{u, i, p};
+        VyrDiagram* live = ShowInDiagram(doc, 0, {u, i, p});
+        FromScratchDiagram scratch(&doc, 0);
+        wxRect plot(40, 20, 600, 400);
+        live->Move(plot);
+        scratch.Move(plot);
+        RecordingObserver liveViews, scratchViews;
+        live->AddObserver(&liveViews);
+        scratch.AddObserver(&scratchViews);
+        ASSERT_EQ(Differences(*live, scratch), "");
+
+        double nextX = 3.0;
+        const wxString xQuantities[] = {"t", "t", "x"};
+        const wxString xUnits[] = {"s", "s", "ms", ""};
+        const wxString yUnits[] = {"V", "A", "W", "mV", ""};
+        for (int step = 0; step < 250; ++step) {
+            VyrCourbe* c = curves[rng() % curves.size()];
+            const int op = static_cast<int>(rng() % 10);
+            if (op <= 3) {
+                doc.AddPoint(c, nextX += 0.5, DrawValue(rng), true);
+            } else if (op == 4) {
+                doc.AddSortPoint(c, static_cast<double>(rng() % 32) / 4.0, DrawValue(rng),
+                                 rng() % 2 == 0, true);
+            } else if (op == 5) {
+                c->GetVx()->SetGrandeur(xQuantities[rng() % 3]);
+                doc.AddPoint(c, nextX += 0.5, DrawValue(rng), true);
+                ++renames;
+            } else if (op == 6) {
+                c->GetVx()->SetUnite(xUnits[rng() % 4]);
+                doc.AddPoint(c, nextX += 0.5, DrawValue(rng), true);
+                ++renames;
+            } else if (op == 7) {
+                c->GetVy()->SetUnite(yUnits[rng() % 5]);
+                doc.AddPoint(c, nextX += 0.5, DrawValue(rng), true);
+                ++renames;
+            } else if (op == 8) {
+                const int options = live->GetOptions() ^ VYR_OPTION_UNITLESS_RANGE;
+                live->SetOptions(options);
+                scratch.SetOptions(options);
+            } else {
+                const bool a = live->AxeSuivantY();
+                const bool b = scratch.AxeSuivantY();
+                ASSERT_EQ(a, b) << "round " << round << " step " << step;
+                switches += a ? 1 : 0;
+            }
+            ASSERT_EQ(Differences(*live, scratch), "")
+                << "round " << round << " step " << step << " op " << op;
+            ASSERT_EQ(liveViews.messages.size(), scratchViews.messages.size())
+                << "round " << round << " step " << step << " op " << op;
+            for (size_t m = 0; m < liveViews.messages.size(); ++m)
+                ASSERT_EQ(liveViews.messages[m].code, scratchViews.messages[m].code);
+        }
+        live->RemoveObserver(&liveViews);
+        scratch.RemoveObserver(&scratchViews);
+    }
+    // The sequence did rename and did switch the main Y unit.
+    EXPECT_GT(renames, 100);
+    EXPECT_GT(switches, 10);
+}

@@ -155,6 +155,26 @@ TEST(VyrDiagram, AssignmentReplacesTheRecordsWithCopies) {
     EXPECT_NE(target.FindUnitY("V"), nullptr);
 }
 
+TEST(VyrDiagram, AssignmentForgetsTheRecordsFoundBefore) {
+    VyrBaseData doc(nullptr);
+    VyrExperience* e = AddExperience(doc, "E");
+    VyrCourbe* a = AddCurve(doc, e, {"U", "V", "t", "s"}, {{0, 1}, {4, 3}});
+    VyrCourbe* b = AddCurve(doc, e, {"W", "V", "x", "m"}, {{0, -10}, {4, 30}});
+    VyrDiagram* d0 = ShowInDiagram(doc, 0, {a});
+    VyrDiagram* d1 = ShowInDiagram(doc, 1, {b});
+    VyrDiagram target(*d1);
+    // -10 .. 30 with the 5 % margin: the record of the copy of diagram 1, found once.
+    ASSERT_NE(target.FindUnitY("V"), nullptr);
+    EXPECT_DOUBLE_EQ(target.FindUnitY("V")->GetMax(VYR_SCALE_AUTO), 32.0);
+    target = *d0;
+    // The same name now finds the copy of diagram 0's record (1 .. 3 with the margin).
+    const VyrUnit* found = target.FindUnitY("V");
+    ASSERT_NE(found, nullptr);
+    EXPECT_NE(found, d0->FindUnitY("V"));
+    EXPECT_DOUBLE_EQ(found->GetMax(VYR_SCALE_AUTO), 3.1);
+    EXPECT_DOUBLE_EQ(d0->FindUnitY("V")->GetMax(VYR_SCALE_AUTO), 3.1);
+}
+
 TEST(VyrDiagram, DocumentDiagramsAreObserversFromTheStart) {
     VyrBaseData doc(nullptr);
     EXPECT_TRUE(Lists(doc.GetObservers(), doc.GetDiagram(0)));

@@ -363,7 +363,9 @@ private:
 
     // What UpdateUnits read when Recompute last ran it: each curve of the document (in the
     // order of its experiments) with its vectors, their units, the abscissa quantity and the
-    // shown flag; and the diagram's own abscissa, units and unit arrays before and after.
+    // shown flag; the diagram's own abscissa and units before and after; and which run of
+    // UpdateUnits that was (only UpdateUnits writes the unit arrays, so the same run means the
+    // same arrays, without comparing them at every point of a live acquisition).
     struct UnitsShapeCurve {
         const VyrCourbe* courbe;
         const void* vx;
@@ -378,7 +380,7 @@ private:
         std::vector<UnitsShapeCurve> curves;
         wxString grdXBefore, uxBefore, uyBefore;
         wxString grdX, ux, uy;
-        wxArrayString allUnits, yUnits;
+        unsigned run = 0;
     };
 
     wxArrayString m_asAllUnits;
@@ -425,9 +427,26 @@ private:
     bool m_bActive = false;
     VyrNote* m_pNoteTitre = nullptr;
     UnitsShape m_unitsShape;
+    // How many times UpdateUnits has run: what UnitsShape compares instead of the unit arrays.
+    unsigned m_iUnitsRuns = 0;
+    // The record FindUnitX (0) and FindUnitY (1) last found: a recomputation asks for the main
+    // units several times. Only a found record is kept, since a record stays in its map with
+    // its name until DeleteMapUnit or CopyFrom, which forget these; a unit added later is so
+    // still looked up.
+    struct FoundUnit {
+        wxString name;
+        VyrUnit* record = nullptr;
+    };
+    mutable FoundUnit m_foundUnit[2];
+    VyrUnit* FindUnit(const VyrStrToUnitMap& map, FoundUnit& found, const wxString& unit) const;
     // UpdateScale's lists of the plotted curves' distinct X and Y units (pointers to the
-    // vectors' strings, valid during one call), kept to spare their allocation.
-    std::vector<const wxString*> m_aScaleUnits[2];
+    // vectors' strings, valid during one call) with the diagram's record of each (looked up
+    // once per call), kept to spare their allocation.
+    struct ScaleUnit {
+        const wxString* name;
+        VyrUnit* record;
+    };
+    std::vector<ScaleUnit> m_aScaleUnits[2];
     int m_iOptions = 0;
     wxRect m_rectArea;
     VyrTextBoxes* m_pTextBoxes = nullptr;
