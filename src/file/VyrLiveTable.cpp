@@ -57,6 +57,7 @@ struct VyrLiveTable::State {
     size_t tableRows = 0;
 
     size_t rows = 0, skipped = 0, invalid = 0;
+    size_t limit = 0;
     size_t batch = 0;
 
     size_t UnitSize() const { return wide ? 2 : 1; }
@@ -187,6 +188,8 @@ void VyrLiveTable::State::ReadLines(const Units& text, size_t offset, LineMark f
 }
 
 void VyrLiveTable::State::Row(std::string_view line) {
+    if (limit > 0 && rows >= limit)
+        return;
     if (!HasContent(line, layout.separator) || IsCommentLine(line))
         return;
     for (VyrBitMask& mask : masks)
@@ -360,6 +363,13 @@ size_t VyrLiveTable::Finish() {
     s.pending.clear();
     s.Announce();
     return s.rows - before;
+}
+
+void VyrLiveTable::SetRowLimit(size_t rows) {
+    m_state->limit = rows;
+}
+bool VyrLiveTable::IsFull() const {
+    return m_state->limit > 0 && m_state->rows >= m_state->limit;
 }
 
 VyrTableImport::Error VyrLiveTable::GetError() const {

@@ -206,3 +206,17 @@ TEST(VyrLiveTable, ALineAboveTheLimitIsSkippedWithItsRest) {
     EXPECT_EQ(live.GetSkippedCount(), 1u);
     ExpectValues(Columns(doc)[1].values, {1, 2});
 }
+
+TEST(VyrLiveTable, TheRowLimitLeavesTheRestUnread) {
+    VyrBaseData doc(nullptr);
+    VyrTableImport settings;
+    VyrLiveTable live(doc, settings);
+    live.SetRowLimit(3);
+    live.Start(L"live");
+    EXPECT_EQ(live.Feed("t;U\n0;1\n1;2\n", 12), 2u);
+    EXPECT_FALSE(live.IsFull());
+    EXPECT_EQ(live.Feed("2;3\n3;4\nzz\n4;5\n", 16), 1u);
+    EXPECT_TRUE(live.IsFull());
+    EXPECT_EQ(live.GetSkippedCount(), 0u);
+    ExpectValues(Columns(doc)[1].values, {1, 2, 3});
+}

@@ -72,6 +72,11 @@ public:
     // Answers the rows appended.
     size_t Finish();
 
+    // No more than `rows` rows in all (0: no limit): the lines after the last are left unread.
+    void SetRowLimit(size_t rows);
+    // Whether the limit is reached.
+    bool IsFull() const;
+
     // kErrorNone, or why the reading stopped.
     VyrTableImport::Error GetError() const;
     // Rows appended, lines skipped and invalid cells in the rows appended, since construction.
