@@ -59,6 +59,16 @@ Recording::State Recording::Fail(const wxString& reason) {
     return m_eState;
 }
 
+void Recording::Drain() {
+    // Bounded, in case the writer keeps writing as fast as it is read.
+    for (int round = 0; round < 64 && m_eState == kRecording; ++round) {
+        const size_t seen = m_live.GetRowCount() + m_live.GetSkippedCount();
+        Step(0);
+        if (m_live.GetRowCount() + m_live.GetSkippedCount() == seen && m_bytes.empty())
+            break;
+    }
+}
+
 Recording::State Recording::Step(int waitMs) {
     if (m_eState != kRecording)
         return m_eState;

@@ -46,6 +46,11 @@ public:
     // document; answers the state after it.
     State Step(int waitMs);
 
+    // Reads, without waiting, what the source already holds (a pipe's bytes written before a
+    // signal stopped the recording), so that no row sent is lost. A followed file's line not
+    // yet ended stays unread.
+    void Drain();
+
     State GetState() const { return m_eState; }
     // Why it failed ("not a table: binary data", "cannot read: ...").
     const wxString& GetReason() const { return m_sReason; }

@@ -154,6 +154,8 @@ int RunRecord(const Args& args) {
             lastSave = now;
         }
     }
+    if (g_stopSignal != 0)
+        recording.Drain();
     const double seconds = recording.GetElapsed();
     const size_t rows = recording.GetRowCount();
     if (rows == 0) {
