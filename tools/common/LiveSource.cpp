@@ -200,13 +200,14 @@ LiveSource::Event LiveSource::ReadStream(int waitMs, std::string& bytes, size_t 
         return kNothing;
     const size_t before = bytes.size();
     char buffer[65536];
-    while (bytes.size() - before < limit) {
+    // Standard input and pipes may block: every read but the first waits for nothing.
+    for (bool first = true; bytes.size() - before < limit; first = false) {
+        if (!first && !WaitReadable(m_iFd, 0))
+            break;
         const size_t want = std::min(sizeof buffer, limit - (bytes.size() - before));
         const ssize_t got = read(m_iFd, buffer, want);
         if (got > 0) {
             bytes.append(buffer, static_cast<size_t>(got));
-            if (static_cast<size_t>(got) < want && !WaitReadable(m_iFd, 0))
-                break;
             continue;
         }
         if (got < 0 && errno == EINTR)

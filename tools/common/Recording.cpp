@@ -87,6 +87,7 @@ Recording::State Recording::Step(int waitMs) {
 
     m_bytes.clear();
     const LiveSource::Event event = m_source.Read(waitFor, m_bytes);
+    m_iBytesRead += m_bytes.size();
     const size_t before = m_live.GetRowCount();
     switch (event) {
         case LiveSource::kBytes:

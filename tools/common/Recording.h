@@ -17,6 +17,7 @@
 #include "vyrbase/file/VyrTableImport.h"
 
 class VyrBaseData;
+class VyrExperience;
 
 namespace vyrtools {
 
@@ -59,6 +60,10 @@ public:
     // Whether it failed because the source could not be read (rather than its bytes).
     bool IsSourceFailure() const { return m_bSourceFailed; }
     size_t GetRowCount() const { return m_live.GetRowCount(); }
+    // Bytes read from the source so far.
+    unsigned long long GetBytesRead() const { return m_iBytesRead; }
+    // The experiment the rows go into now; null before its first row.
+    VyrExperience* GetExperience() const { return m_live.GetExperience(); }
     size_t GetSkippedCount() const { return m_live.GetSkippedCount(); }
     // Seconds since Open.
     double GetElapsed() const;
@@ -83,6 +88,7 @@ private:
     Clock::time_point m_start;
     Clock::time_point m_lastRow;
     std::string m_bytes;
+    unsigned long long m_iBytesRead = 0;
 };
 
 }  // namespace vyrtools

@@ -9,6 +9,8 @@
 #include <wx/app.h>
 #include <wx/arrstr.h>
 
+#include "LiveFollow.h"
+
 class MainFrame;
 class ScriptDriver;
 class wxDocManager;
@@ -35,6 +37,7 @@ private:
     std::unique_ptr<ScriptDriver> m_script;
     wxArrayString m_files;
     wxString m_scriptPath;
+    LiveFollow::Options m_follow;
     int m_exitStatus = 0;
 };
 

@@ -67,7 +67,8 @@ int ListPorts() {
 }  // namespace
 
 int RunRecord(const Args& args) {
-    std::set<std::string> valued = vyr::TableOptionNames();
+    const std::vector<std::string> tableOptions = vyrtools::TableOptionNames();
+    std::set<std::string> valued(tableOptions.begin(), tableOptions.end());
     for (const char* option :
          {"-o", "--output", "--rows", "--seconds", "--idle", "--checkpoint", "--baud"})
         valued.insert(option);
@@ -80,7 +81,12 @@ int RunRecord(const Args& args) {
     if (parsed.Operands().size() != 1)
         return Usage("needs one source: -, a file, a named pipe or a serial device");
     VyrTableImport settings;
-    if (!ApplyTableOptions(parsed, settings, error))
+    if (!vyrtools::ApplyTableOptions(
+            [&parsed](const std::string& name, std::string& text) {
+                text = parsed.Value(name);
+                return parsed.Has(name);
+            },
+            settings, error))
         return Usage(error);
 
     vyrtools::Recording::Limits limits;

@@ -8,7 +8,7 @@
 #include "TableImporting.h"
 #include "vyrbase/file/VyrTableImport.h"
 
-namespace vyr {
+namespace vyrtools {
 
 namespace {
 
@@ -22,13 +22,13 @@ bool ReadCount(const std::string& text, int& count) {
 }
 
 bool Separator(VyrTableImport& import, const std::string& text) {
-    return vyrtools::SetSeparatorByName(import, wxString::FromUTF8(text.c_str()));
+    return SetSeparatorByName(import, wxString::FromUTF8(text.c_str()));
 }
 bool Decimal(VyrTableImport& import, const std::string& text) {
     return text.size() == 1 && import.SetDecimalMark(static_cast<wchar_t>(text[0]));
 }
 bool Encoding(VyrTableImport& import, const std::string& text) {
-    return vyrtools::SetEncodingByName(import, wxString::FromUTF8(text.c_str()));
+    return SetEncodingByName(import, wxString::FromUTF8(text.c_str()));
 }
 bool Skip(VyrTableImport& import, const std::string& text) {
     int count = 0;
@@ -70,20 +70,23 @@ const TableOption kOptions[] = {
 
 }  // namespace
 
-std::set<std::string> TableOptionNames() {
-    std::set<std::string> names;
+std::vector<std::string> TableOptionNames() {
+    std::vector<std::string> names;
     for (const TableOption& option : kOptions)
-        names.insert(option.name);
+        names.push_back(option.name);
     return names;
 }
 
-bool ApplyTableOptions(const Arguments& parsed, VyrTableImport& import, std::string& error) {
+bool ApplyTableOptions(
+    const std::function<bool(const std::string& name, std::string& value)>& given,
+    VyrTableImport& import, std::string& error) {
+    std::string value;
     for (const TableOption& option : kOptions)
-        if (parsed.Has(option.name) && !option.apply(import, parsed.Value(option.name))) {
+        if (given(option.name, value) && !option.apply(import, value)) {
             error = option.refusal;
             return false;
         }
     return true;
 }
 
-}  // namespace vyr
+}  // namespace vyrtools
