@@ -132,6 +132,23 @@ class PipeTest(RecordTestCase):
         self.assertTrue(document["experiments"][0]["name"].startswith("stdin 20"))
         self.assertEqual([c["name"] for c in document["experiments"][0]["curves"]], ["U", "I"])
 
+    def test_ANamedPipeIsReadToItsEnd(self):
+        fifo = self.path("logger.fifo")
+        os.mkfifo(fifo)
+        rows = rows_of(1000)
+        # Its opening waits for the writer, as any reader of a named pipe does.
+        process = start("record", fifo, "--checkpoint", "0", cwd=self.dir)
+        with open(fifo, "w") as writer:
+            writer.write("t (s);U (V);I (mA)\n")
+            text = text_of(rows)
+            for at in range(0, len(text), 4096):
+                writer.write(text[at:at + 4096])
+                writer.flush()
+        out = self.finish(process)
+        self.assertTrue(out.startswith("logger.vyr: 1000 row(s), 0 skipped line(s), "), out)
+        self.assertIn("(end of input)", out)
+        self.expect_rows(self.path("logger.vyr"), rows)
+
     def test_GarbageLinesAmongRowsAreSkippedAndCounted(self):
         rows = rows_of(50)
         lines = ["t (s);U (V);I (mA)"]
