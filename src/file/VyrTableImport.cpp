@@ -142,12 +142,13 @@ bool VyrTableImport::Import(VyrBaseData& doc, const unsigned char* bytes, size_t
         TableLayout layout;
         size_t errorLine = 0;
         const Error found = FindLayout(text, encoding, settings, layout, errorLine);
-        if (found != kErrorNone)
-            return Refuse(found, errorLine);
+        // What the walk found before a refusal is reported too, as it always was.
         m_cUsedSeparator = layout.separator;
         m_iHeaderCount = layout.headerCount;
         m_aColumns = layout.reports;
         m_eAbscissaReason = layout.reason;
+        if (found != kErrorNone)
+            return Refuse(found, errorLine);
         const wchar_t separator = layout.separator;
         const CellReading& reading = layout.reading;
         const size_t rows = layout.rows;

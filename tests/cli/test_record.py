@@ -319,6 +319,11 @@ class RefusalTest(RecordTestCase):
         self.refused(EXIT_FORMAT, "-", "-o", self.out, input="t;U\n0;\0\n")
         self.assertFalse(os.path.exists(self.out))
 
+    def test_AnOutputThatCannotBeWrittenIsToldBeforeRecording(self):
+        result = self.refused(EXIT_OUTPUT, "-", "-o", self.path("none/out.vyr"), input="t;U\n0;1\n")
+        self.assertIn("No such file or directory", result.stderr)
+        self.refused(EXIT_OUTPUT, "-", "-o", self.dir, input="t;U\n0;1\n")
+
     def test_AMissingSourceIsRefused(self):
         result = self.refused(EXIT_INPUT, self.path("none.csv"), "-o", self.out)
         self.assertIn("No such file or directory", result.stderr)

@@ -131,6 +131,20 @@ int RunRecord(const Args& args) {
         if (int code = CheckDefaultOutput(target, parsed.Has("--force")))
             return code;
 
+    // Told now rather than after an hour of recording: the output's folder must take files.
+    {
+        const wxFileName output(target);
+        const wxString folder = output.GetPath().empty() ? wxString(".") : output.GetPath();
+        if (wxFileName::DirExists(target) || !wxFileName::DirExists(folder) ||
+            !wxFileName::IsDirWritable(folder)) {
+            Complain(target, wxFileName::DirExists(target) ? "cannot write: Is a directory"
+                             : !wxFileName::DirExists(folder)
+                                 ? "cannot write: No such file or directory"
+                                 : "cannot write: Permission denied");
+            return kExitOutput;
+        }
+    }
+
     VyrBaseData doc(nullptr);
     // Every number goes into the document as the source gave it, not rounded to six digits.
     doc.SetExactNumbers(true);
