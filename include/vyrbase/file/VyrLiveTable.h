@@ -28,9 +28,9 @@
 // and the curve, as AddPoint's notification would announce each point, so that a source that
 // sends thousands of rows a second does not make every diagram rescan at every point.
 //
-// Refused: a text that is binary (a zero byte) or not in the encoding set stops the reading
-// (GetError; later Feed calls do nothing). A line above VyrTableImport::kMaxLineUnits is
-// skipped. Threads: one thread, the document's. No exceptions: memory running out stops the
+// Refused: lines before the first row that are binary (a zero byte) or not in the encoding set
+// stop the reading (GetError; later Feed calls do nothing); after it, such a line is one more
+// line that is no row. A line above VyrTableImport::kMaxLineUnits is skipped. Threads: one thread, the document's. No exceptions: memory running out stops the
 // reading with kErrorMemory and the points appended so far stay.
 #ifndef VYRBASE_FILE_VYRLIVETABLE_H
 #define VYRBASE_FILE_VYRLIVETABLE_H
