@@ -26,6 +26,7 @@
 #include "vyrbase/data/VyrImageRedyEntity.h"
 #include "vyrbase/data/VyrNote.h"
 #include "vyrbase/data/VyrOutilInterval.h"
+#include "vyrbase/data/VyrPalette.h"
 #include "vyrbase/data/VyrPhysioRecord.h"
 #include "vyrbase/data/VyrRespihomConfigEntity.h"
 #include "vyrbase/data/VyrRespihomDataEntity.h"

@@ -1,4 +1,5 @@
 // vyrbase.Document and vyrbase.load.
+#include <optional>
 #include <memory>
 #include <utility>
 
@@ -72,14 +73,23 @@ RenderSize ToRenderSize(const std::pair<int, int>& size, double scale) {
 }
 
 py::object Render(const DocumentRef& handle, const py::object& path, std::pair<int, int> size,
-                  int diagram, double scale) {
+                  int diagram, double scale, bool legend, const std::optional<std::string>& yUnit,
+                  bool plain) {
     const RenderSize rendered = ToRenderSize(size, scale);
     CheckRenderArguments(rendered, diagram);
+    PictureOptions look;
+    look.plain = plain;
+    look.legend = legend;
+    if (yUnit) {
+        look.yUnit = FromPython(*yUnit);
+        if (look.yUnit.empty())
+            throw py::value_error("y_unit wants a unit of the diagram's curves");
+    }
     if (path.is_none()) {
-        const std::vector<unsigned char> png = RenderPng(handle->Doc(), diagram, rendered);
+        const std::vector<unsigned char> png = RenderPng(handle->Doc(), diagram, rendered, look);
         return py::bytes(reinterpret_cast<const char*>(png.data()), png.size());
     }
-    RenderToFile(handle->Doc(), diagram, rendered, PathArgument(path));
+    RenderToFile(handle->Doc(), diagram, rendered, look, PathArgument(path));
     return py::none();
 }
 
@@ -139,16 +149,20 @@ share one), headings "quantity (unit)", every number in full, empty cells for mi
 invalid points; vyrbase and `vyr import` read it back to the same numbers. layout
 "experiments": the application's own export, one block of columns per experiment, six digits.)doc")
         .def("render", &Render, "path"_a = py::none(), "size"_a = std::make_pair(1200, 800),
-             "diagram"_a = 0, "scale"_a = 1.0,
+             "diagram"_a = 0, "scale"_a = 1.0, "legend"_a = true, "y_unit"_a = py::none(),
+             "plain"_a = false,
              ("Paints diagram 0 or 1 as the application shows it. Without a path: the PNG "
               "picture as bytes. With a path: writes the file in the format of its extension (" +
               PictureExtensions() + ") and returns None. size is (width, height) in pixels, " +
-              "scale the factor of fonts and pen widths.")
+              "scale the factor of fonts and pen widths. The picture explains itself as `vyr "
+              "render` does: a scale per unit, a legend of the curves (legend=False leaves it "
+              "out), no text over text, units typeset; y_unit puts that unit on the left axis "
+              "(ValueError when no curve has it); plain=True paints the classic picture.")
                  .c_str())
         .def(
             "_repr_png_",
             [](const DocumentRef& handle) {
-                return Render(handle, py::none(), {1200, 800}, 0, 1.0);
+                return Render(handle, py::none(), {1200, 800}, 0, 1.0, true, std::nullopt, false);
             },
             "The picture of diagram 0, so that a notebook shows the document.")
         .def("__repr__", [](const DocumentRef& handle) {

@@ -16,6 +16,7 @@
 #include "vyrbase/core/VyrObserverMsg.h"
 #include "vyrbase/data/VyrBitMask.h"
 #include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrPalette.h"
 #include "vyrbase/data/VyrCourbeParam.h"
 #include "vyrbase/data/VyrExperience.h"
 #include "vyrbase/data/VyrNote.h"
@@ -248,9 +249,13 @@ CurveRef AddCurve(const ExperimentRef& ref, const py::handle& xs, const py::hand
     p.m_sNom = name ? FromPython(*name) : p.m_sGrdY;
     p.m_sNomVx = p.m_sNom + "VX";
     p.m_sNomVy = p.m_sNom + "VY";
+    // Not red like every new curve of the library: the next colour that colour-blind readers
+    // tell from the curves already made.
+    const wxColour colour = VyrPalette::GetNextColour(&doc);
     VyrCourbe* c = doc.CreateCourbe(ref.experience, p, nullptr, false);
     if (!c)
         throw py::value_error("the curve could not be made");
+    c->SetColor(colour);
     // Invalid marks first: a point added later keeps the mark of its position, and the
     // diagrams are told of the data once, with the last point.
     if (valid) {

@@ -16,6 +16,8 @@ Lab documents (experiments, curves, notes, diagrams) in Python.
     doc.render("sound.png")  # the diagram as the application paints it
 
 No display is needed: the toolkit is started headless when the module is imported.)doc";
+    // The licence of the module and of the library it carries (LICENSE).
+    m.attr("__license__") = "MIT";
     StartToolkit();
     BindDocument(m);
     BindExperimentAndCurve(m);

@@ -30,6 +30,29 @@ private:
     VyrBaseData* m_pBefore;
 };
 
+// The picture's look (options, main unit) while it paints; the diagram's own afterwards.
+class LookWhilePainting {
+public:
+    LookWhilePainting(VyrDiagram* diagram, const PictureOptions& look)
+        : m_pDiagram(diagram), m_iOptions(diagram->GetOptions()), m_sUy(diagram->GetUy()) {
+        wxString reason;
+        if (!vyrtools::ApplyPictureOptions(*diagram, look, reason))
+            throw py::value_error(std::string(reason.utf8_str()));
+    }
+    ~LookWhilePainting() {
+        if (m_pDiagram->GetUy() != m_sUy)
+            m_pDiagram->SetUy(m_sUy);
+        m_pDiagram->SetOptions(m_iOptions);
+    }
+    LookWhilePainting(const LookWhilePainting&) = delete;
+    LookWhilePainting& operator=(const LookWhilePainting&) = delete;
+
+private:
+    VyrDiagram* m_pDiagram;
+    int m_iOptions;
+    wxString m_sUy;
+};
+
 }  // namespace
 
 void CheckRenderArguments(const RenderSize& size, int diagram) {
@@ -51,8 +74,10 @@ std::string PictureExtensions() {
     return list;
 }
 
-std::vector<unsigned char> RenderPng(VyrBaseData& doc, int diagram, const RenderSize& size) {
+std::vector<unsigned char> RenderPng(VyrBaseData& doc, int diagram, const RenderSize& size,
+                                     const PictureOptions& look) {
     ActiveWhilePainting active(doc);
+    LookWhilePainting looking(doc.GetDiagram(diagram), look);
     wxImage image;
     if (!VyrDiagramExport::PaintToImage(doc.GetDiagram(diagram), image, size.width, size.height,
                                         size.scale))
@@ -65,13 +90,15 @@ std::vector<unsigned char> RenderPng(VyrBaseData& doc, int diagram, const Render
     return bytes;
 }
 
-void RenderToFile(VyrBaseData& doc, int diagram, const RenderSize& size, const wxString& path) {
+void RenderToFile(VyrBaseData& doc, int diagram, const RenderSize& size, const PictureOptions& look,
+                  const wxString& path) {
     VyrDiagramExport::Format format;
     if (!VyrDiagramExport::GetFormatOfPath(path, &format))
         throw py::value_error("the picture's format follows the file's extension: " +
                               PictureExtensions());
     ActiveWhilePainting active(doc);
     VyrDiagram* painted = doc.GetDiagram(diagram);
+    LookWhilePainting looking(painted, look);
     wxString reason;
     if (!vyrtools::WriteSafely(
             path,

@@ -8,6 +8,8 @@
 
 #include <wx/string.h>
 
+#include "PictureOptions.h"
+
 class VyrBaseData;
 
 struct RenderSize {
@@ -23,11 +25,15 @@ void CheckRenderArguments(const RenderSize& size, int diagram);
 std::string PictureExtensions();
 
 // The PNG picture of diagram `diagram` of `doc`. Throws RuntimeError when painting fails.
-std::vector<unsigned char> RenderPng(VyrBaseData& doc, int diagram, const RenderSize& size);
+// `look` holds for this picture only: the diagram's options and main unit are put back after.
+// Throws ValueError for a main unit that none of the diagram's curves has.
+std::vector<unsigned char> RenderPng(VyrBaseData& doc, int diagram, const RenderSize& size,
+                                     const PictureOptions& look);
 
 // Writes the picture to `path` in the format of its extension, atomically (an existing file is
 // replaced only by a complete picture). Throws ValueError for an extension without a format,
 // OSError when the file cannot be written.
-void RenderToFile(VyrBaseData& doc, int diagram, const RenderSize& size, const wxString& path);
+void RenderToFile(VyrBaseData& doc, int diagram, const RenderSize& size, const PictureOptions& look,
+                  const wxString& path);
 
 #endif

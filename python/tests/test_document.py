@@ -66,7 +66,8 @@ def test_save_then_load_gives_back_names_values_validity_and_colour(made, tmp_pa
     numpy.testing.assert_array_equal(again.x, curve.x)
     numpy.testing.assert_array_equal(again.y, curve.y)
     numpy.testing.assert_array_equal(again.valid, [True, True, False, True, True])
-    assert again.colour == curve.colour == (255, 0, 0)
+    # The first colour of the palette for curves made in numbers.
+    assert again.colour == curve.colour == (213, 94, 0)
 
 
 def test_save_of_a_loaded_sample_keeps_its_notes(samples, tmp_path):
@@ -181,6 +182,51 @@ def test_render_without_a_path_answers_the_png_of_the_curves(made, tmp_path):
     assert red_pixels(tmp_path / "empty.png") == 0
 
 
+def test_new_curves_take_the_next_colours_of_the_palette_not_red_again():
+    doc = vyrbase.Document()
+    experiment = doc.add_experiment("E")
+    colours = [experiment.add_curve([0, 1], [k, k + 1], y=("Q%d" % k, "V")).colour
+               for k in range(8)]
+    assert colours[:3] == [(213, 94, 0), (0, 114, 178), (0, 158, 115)]
+    assert len(set(colours[:7])) == 7 and (255, 0, 0) not in colours
+    assert colours[7] == colours[0]
+
+
+def blue_pixels(path):
+    image = read_png(path)
+    width, height = image[:2]
+    return sum(1 for y in range(height) for x in range(width)
+               if (lambda r, g, b: r < 60 and 90 < g < 140 and b > 150)(*pixel(image, x, y)))
+
+
+def test_render_explains_the_picture_unless_plain(tmp_path):
+    doc = vyrbase.Document()
+    experiment = doc.add_experiment("E")
+    experiment.add_curve([0, 1, 2], [0, 2, 1], x=("t", "s"), y=("U", "V"))
+    experiment.add_curve([0, 1, 2], [0, 10, 30], x=("t", "s"), y=("I", "mA"))
+    # The second curve, in another unit, keeps its blue in the explained picture and has a
+    # scale of its own right of the plot; the plain picture draws it grey.
+    (tmp_path / "explained.png").write_bytes(doc.render(size=(400, 300)))
+    (tmp_path / "plain.png").write_bytes(doc.render(size=(400, 300), plain=True))
+    assert blue_pixels(tmp_path / "explained.png") > 150
+    assert blue_pixels(tmp_path / "plain.png") == 0
+    # The diagram's own look is put back after each picture.
+    assert doc.render(size=(400, 300), plain=True) == (tmp_path / "plain.png").read_bytes()
+    without = doc.render(size=(400, 300), legend=False)
+    assert without != (tmp_path / "explained.png").read_bytes()
+
+
+def test_render_y_unit_chooses_the_left_axis_and_refuses_a_unit_without_curves(tmp_path):
+    doc = vyrbase.Document()
+    experiment = doc.add_experiment("E")
+    experiment.add_curve([0, 1, 2], [0, 2, 1], x=("t", "s"), y=("U", "V"))
+    experiment.add_curve([0, 1, 2], [0, 10, 30], x=("t", "s"), y=("I", "mA"))
+    assert doc.render(size=(400, 300), y_unit="mA") != doc.render(size=(400, 300))
+    assert doc.render(size=(400, 300), y_unit="V") == doc.render(size=(400, 300))
+    with pytest.raises(ValueError, match="no curve in Pa"):
+        doc.render(size=(400, 300), y_unit="Pa")
+
+
 def test_repr_png_is_the_default_picture(made):
     doc, _, _ = made
     assert doc._repr_png_() == doc.render()
@@ -193,8 +239,8 @@ def test_render_to_a_file_follows_its_extension(made, tmp_path):
     doc.render(str(tmp_path / "a.SVG"), size=(200, 150))
     svg = (tmp_path / "a.SVG").read_text()
     assert "<svg" in svg and 'width="200' in svg
-    # The curve is in the picture as a path stroked in its red.
-    assert "rgb(100%, 0%, 0%)" in svg or "rgb(100%,0%,0%)" in svg
+    # The curve is in the picture as a path stroked in its colour, the palette's vermilion.
+    assert "rgb(83.529412%,36.862745%,0%)" in svg
     doc.render(tmp_path / "a.pdf", size=(200, 150))
     pdf = (tmp_path / "a.pdf").read_bytes()
     assert pdf.startswith(b"%PDF") and b"/MediaBox [ 0 0 200 150 ]" in pdf

@@ -1,5 +1,6 @@
 #include "vyrbase/data/VyrBitMask.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -45,6 +46,7 @@ VyrBitMask& VyrBitMask::operator=(const VyrBitMask& other) {
     m_pBytes = bytes;
     m_iSize = bytes ? other.m_iSize : 0;
     m_iCapacity = m_iSize;
+    m_iSetBelow = other.m_iSetBelow;
     return *this;
 }
 
@@ -95,14 +97,34 @@ void VyrBitMask::Set(int i) {
 }
 
 void VyrBitMask::Unset(int i) {
-    if (Hold(i))
+    if (Hold(i)) {
         m_pBytes[i / 8] |= static_cast<unsigned char>(1u << (i % 8));
+        m_iSetBelow = std::min(m_iSetBelow, i);
+    }
 }
 
 bool VyrBitMask::Invert(int i) {
-    if (Hold(i))
+    if (Hold(i)) {
         m_pBytes[i / 8] ^= static_cast<unsigned char>(1u << (i % 8));
+        m_iSetBelow = std::min(m_iSetBelow, i);
+    }
     return IsSet(i);
+}
+
+int VyrBitMask::FindFirstUnset() const {
+    int b = m_iSetBelow / 8;
+    while (b < m_iSize && m_pBytes[b] == 0)
+        ++b;
+    if (b >= m_iSize) {
+        // Bits beyond the stored bytes read as set.
+        m_iSetBelow = static_cast<int>(std::min<long long>(8LL * m_iSize, INT_MAX));
+        return INT_MAX;
+    }
+    int bit = 0;
+    while ((m_pBytes[b] & (1u << bit)) == 0)
+        ++bit;
+    m_iSetBelow = b * 8 + bit;
+    return m_iSetBelow;
 }
 
 bool VyrBitMask::IsSet(int i) const {
@@ -122,6 +144,7 @@ void VyrBitMask::SetBits(int count, int* octets) {
         return;
     for (int k = 0; k < count; ++k)
         m_pBytes[k] = static_cast<unsigned char>(octets[k] & 0xFF);
+    m_iSetBelow = 0;
 }
 
 unsigned char VyrBitMask::GetOctetAt(int k) const {
@@ -132,8 +155,10 @@ void VyrBitMask::SetOctetAt(int k, unsigned char b) {
     if (k < 0 || k >= INT_MAX / 8)
         return;
     SetSize(k * 8 + 1);
-    if (k < m_iSize)
+    if (k < m_iSize) {
         m_pBytes[k] = b;
+        m_iSetBelow = std::min(m_iSetBelow, k * 8);
+    }
 }
 
 // Both shifts work a byte at a time: each destination byte takes its own bits shifted by one
@@ -143,6 +168,7 @@ void VyrBitMask::ShiftUp(int first, int end) {
     if (first < 0 || end <= first + 1 || (end - 1) / 8 >= m_iSize)
         return;
     const int lo = first + 1, hi = end - 1;  // the destination bits
+    m_iSetBelow = std::min(m_iSetBelow, lo);
     for (int b = hi / 8; b >= lo / 8; --b) {
         unsigned shifted = static_cast<unsigned>(m_pBytes[b]) << 1;
         if (b > 0)
@@ -156,6 +182,7 @@ void VyrBitMask::ShiftDown(int first, int end) {
     if (first < 0 || end <= first + 1 || (end - 1) / 8 >= m_iSize)
         return;
     const int lo = first, hi = end - 2;  // the destination bits
+    m_iSetBelow = std::min(m_iSetBelow, lo);
     for (int b = lo / 8; b <= hi / 8; ++b) {
         unsigned shifted = m_pBytes[b] >> 1;
         if (b + 1 < m_iSize)

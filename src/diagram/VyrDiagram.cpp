@@ -98,6 +98,8 @@ void VyrDiagram::CopyFrom(const VyrDiagram& other) {
     m_pNoteTitre = other.m_pNoteTitre;
     // The copy runs UpdateUnits in full the first time.
     m_unitsShape = UnitsShape();
+    m_iOptions = other.m_iOptions;
+    m_rectArea = other.m_rectArea;
 }
 
 void VyrDiagram::DeleteMapUnit() {

@@ -9,6 +9,7 @@
 
 #include <wx/dc.h>
 
+#include "diagram/VyrPictureLayout.h"
 #include "diagram/VyrPixelRound.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
@@ -44,6 +45,23 @@ wxFont WithWeight(const wxFont& font, int weight) {
 
 const int kWeightNormal = 400;
 const int kWeightBold = 700;
+
+// The explained picture's thinning: every stride-th graduation is labelled, the stride the
+// first of 1, 2, 5, 10, 20, 50... that leaves `room` pixels per label.
+double LabelStride(double pixelsPerStep, int room) {
+    const double pixels = std::fabs(pixelsPerStep);
+    if (!(pixels > 0.0))
+        return 1.0;
+    for (double decade = 1.0; decade < 1e6; decade *= 10.0)
+        for (double k : {1.0, 2.0, 5.0})
+            if (k * decade * pixels >= room)
+                return k * decade;
+    return 1e6;
+}
+
+bool OnStride(double i, double stride) {
+    return std::fmod(std::fabs(i), stride) == 0.0;
+}
 
 }  // namespace
 
@@ -129,19 +147,43 @@ void VyrDiagram::PaintAxes(wxDC* dc) {
     const int xTickEnd = xLabelsBelow ? oy + 6 * f : oy - 6 * f;
     const int xTextTop = xLabelsBelow ? oy + 6 * f : oy - 6 * f - boxH;
 
+    // The explained picture places every text clear of those placed before it.
+    VyrTextBoxes* const boxes = HasOption(VYR_OPTION_TIDY_LAYOUT) ? m_pTextBoxes : nullptr;
+    auto place = [boxes](const wxRect& box) { return !boxes || boxes->Place(box); };
+    const bool unitless = HasOption(VYR_OPTION_UNITLESS_RANGE);
+
     // 6. The X title, right-aligned to the plot's right edge, on the side away from the labels.
-    if (!m_sUx.empty() && !m_aPlottedCourbes.empty()) {
-        const wxString title = wxString::Format(L"%s (%s)", m_sGrdX, labelX);
+    if ((!m_sUx.empty() || unitless) && !m_aPlottedCourbes.empty()) {
+        const wxString title = labelX.empty() && unitless
+                                   ? m_sGrdX
+                                   : wxString::Format(L"%s (%s)", m_sGrdX, ShowUnit(labelX));
         wxCoord w = 0, h = 0;
         dc->GetTextExtent(title, &w, &h);
         const int distance = xLabelsBelow ? boxH + 6 * f : 2 * (boxH + 3 * f);
         int y = oy - distance;
-        if (y < 1)
+        if (y < 1 || (boxes && !boxes->IsFree(wxRect(right - w, y, w, h))))
             y = oy + distance;
-        dc->DrawText(title, right - w, y);
+        if (place(wxRect(right - w, y, w, h)))
+            dc->DrawText(title, right - w, y);
+    }
+
+    // The "0" of step 10 goes before the graduations, which give way to it.
+    const bool zeroInView = m_rectHit.Contains(RealToPixel(0.0, 0.0));
+    bool zeroPlaced = zeroInView;
+    if (boxes && zeroInView) {
+        wxCoord w = 0, h = 0;
+        dc->GetTextExtent("0", &w, &h);
+        zeroPlaced = place(wxRect(yLabelX, xTextTop, w, h));
     }
 
     // 7. X graduations (not at zero, and not under the arrow head).
+    double strideX = 1.0;
+    if (boxes) {
+        wxCoord wFirst = 0, wLast = 0, h = 0;
+        dc->GetTextExtent(FormatGraduation(std::trunc(s.GetXmin() / sx) * sx, mx), &wFirst, &h);
+        dc->GetTextExtent(FormatGraduation(std::trunc(s.GetXmax() / sx) * sx, mx), &wLast, &h);
+        strideX = LabelStride(sx * m_dAx, std::max(wFirst, wLast) + 2 * boxes->gap);
+    }
     ForEachGraduation(s.GetXmin(), s.GetXmax(), sx, [&](double i) {
         if (i == 0.0)
             return;
@@ -152,13 +194,17 @@ void VyrDiagram::PaintAxes(wxDC* dc) {
         dc->DrawLine(px, oy, px, xTickEnd);
         wxCoord w = 0, h = 0;
         dc->GetTextExtent(label, &w, &h);
-        dc->DrawText(label, px - w / 2 + f, xTextTop);
+        if (OnStride(i, strideX) && place(wxRect(px - w / 2 + f, xTextTop, w, h)))
+            dc->DrawText(label, px - w / 2 + f, xTextTop);
     });
 
     // 8. The Y title: the plotted quantities, those of the main unit in bold and in their
     // curve's colour, the others in normal weight and in the disabled colour (or their own
     // when every curve keeps its colour), then the unit label.
-    if (!m_sUy.empty()) {
+    // The explained picture names the plotted quantities in its heading instead.
+    if ((!m_sUy.empty() || unitless) && !boxes) {
+        const wxString unitTitle =
+            labelY.empty() && unitless ? wxString() : wxString::Format(L" (%s)", ShowUnit(labelY));
         const wxFont bold = WithWeight(font, kWeightBold);
         const wxFont normal = WithWeight(font, kWeightNormal);
         wxString names;
@@ -169,8 +215,7 @@ void VyrDiagram::PaintAxes(wxDC* dc) {
                 names += L", ";
         }
         wxCoord titleW = 0, titleH = 0;
-        dc->GetTextExtent(wxString::Format(L"%s (%s)", names, labelY), &titleW, &titleH, nullptr,
-                          nullptr, &bold);
+        dc->GetTextExtent(names + unitTitle, &titleW, &titleH, nullptr, nullptr, &bold);
         int x = ox - 9 * f - titleW;
         if (x < left)
             x = ox + 9 * f;
@@ -192,11 +237,18 @@ void VyrDiagram::PaintAxes(wxDC* dc) {
         }
         dc->SetFont(normal);
         dc->SetTextForeground(previousText);
-        dc->DrawText(wxString::Format(L" (%s)", labelY), x, top);
+        dc->DrawText(unitTitle, x, top);
         dc->SetFont(font);
     }
 
-    // 9. Y graduations (not at zero, and not under the arrow head).
+    // 9. Y graduations (not at zero, and not under the arrow head), in the main unit's colour
+    // when every unit has a scale of its own.
+    double strideY = 1.0;
+    const wxColour previousText = dc->GetTextForeground();
+    if (m_pTextBoxes && !m_pTextBoxes->scales.empty() && HasOption(VYR_OPTION_UNIT_SCALES))
+        dc->SetTextForeground(m_pTextBoxes->scales.front().colour);
+    if (boxes)
+        strideY = LabelStride(sy * m_dAy, boxH + boxes->gap);
     ForEachGraduation(s.GetYmin(), s.GetYmax(), sy, [&](double j) {
         if (j == 0.0)
             return;
@@ -208,11 +260,13 @@ void VyrDiagram::PaintAxes(wxDC* dc) {
         wxCoord w = 0, h = 0;
         dc->GetTextExtent(label, &w, &h);
         const int x = yLabelsRight ? ox + 9 * f : ox - 9 * f - w;
-        dc->DrawText(label, x, py - h / 2 - f);
+        if (OnStride(j, strideY) && place(wxRect(x, py - h / 2 - f, w, h)))
+            dc->DrawText(label, x, py - h / 2 - f);
     });
+    dc->SetTextForeground(previousText);
 
     // 10. One "0" for both axes, where the real origin is in view.
-    if (m_rectHit.Contains(RealToPixel(0.0, 0.0)))
+    if (zeroPlaced)
         dc->DrawText("0", yLabelX, xTextTop);
 
     // 11.

@@ -31,7 +31,7 @@ typedef std::vector<VyrDiagram*> Diagrams;
 class PlotRectScope {
 public:
     PlotRectScope(VyrDiagram* diagram, wxRect rect) : m_pDiagram(diagram) {
-        m_pDiagram->GetRect(m_saved);
+        m_saved = m_pDiagram->GetArea();
         m_pDiagram->Move(rect);
     }
     ~PlotRectScope() { m_pDiagram->Move(m_saved); }

@@ -10,6 +10,8 @@
 #include <wx/pen.h>
 
 #include "diagram/VyrCurvePoints.h"
+#include "diagram/VyrDiagramScaleGuard.h"
+#include "diagram/VyrPictureLayout.h"
 #include "diagram/VyrSystemColours.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrNote.h"
@@ -23,6 +25,13 @@ const int kNoteMargin = 4;
 const int kTitreMargin = 10;
 
 const wxColour kTitreOrange(255, 153, 0);
+
+// The mark of a note's text shortened to fit the picture.
+const wchar_t kEllipsis[] = L"\u2026";
+
+wxString UnitOf(const VyrVecteur* v) {
+    return v ? v->GetUnite() : wxString();
+}
 
 // Truncation toward zero of a pixel position, saturated so that absurd fractions stay far
 // outside any device instead of overflowing.
@@ -71,7 +80,20 @@ void VyrDiagram::PaintNote(wxDC* dc, VyrNote* note, wxPoint anchor) {
         return;
     const VyrWorldTransform world{m_dAx, m_dBx, m_dAy, m_dBy};
     const wxPoint raw = world.ToPixel(note->GetPositionX(), note->GetPositionY());
-    const wxPoint corner(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y));
+    wxPoint corner(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y));
+    wxString text = note->GetText();
+    // The explained picture may have moved the box aside from a text it would have covered,
+    // and wrapped a text wider than the plot.
+    if (m_pTextBoxes) {
+        auto moved = m_pTextBoxes->noteCorners.find(note);
+        if (moved != m_pTextBoxes->noteCorners.end())
+            corner = moved->second;
+        if (m_pTextBoxes->hiddenNotes.count(note))
+            return;
+        auto fitted = m_pTextBoxes->noteTexts.find(note);
+        if (fitted != m_pTextBoxes->noteTexts.end())
+            text = fitted->second;
+    }
     anchor = wxPoint(VyrSafeCoord(anchor.x), VyrSafeCoord(anchor.y));
 
     if (note->GetState() == VYR_NOTE_MOVING) {
@@ -83,14 +105,14 @@ void VyrDiagram::PaintNote(wxDC* dc, VyrNote* note, wxPoint anchor) {
 
     wxCoord textWidth = 0;
     wxCoord textHeight = 0;
-    dc->GetMultiLineTextExtent(note->GetText(), &textWidth, &textHeight);
+    dc->GetMultiLineTextExtent(text, &textWidth, &textHeight);
     const int width = textWidth + 2 * kNoteMargin;
     const int height = textHeight + 2 * kNoteMargin;
     note->SetBoxSize(width, height);
 
     dc->DrawLine(anchor, wxPoint(corner.x + width / 2, corner.y + height / 2));
     dc->DrawRectangle(corner.x, corner.y, width, height);
-    dc->DrawText(note->GetText(), corner.x + kNoteMargin, corner.y + kNoteMargin);
+    dc->DrawText(text, corner.x + kNoteMargin, corner.y + kNoteMargin);
 }
 
 void VyrDiagram::PaintTitre(wxDC* dc) {
@@ -110,15 +132,18 @@ void VyrDiagram::PaintTitre(wxDC* dc) {
         bold.SetNumericWeight(wxFONTWEIGHT_BOLD);
     dc->SetFont(bold);
 
-    const wxPoint corner = GetTitrePos(titre);
+    // The explained picture wraps the title to the picture's width and keeps it inside.
+    const bool laidOut = m_pTextBoxes && !m_pTextBoxes->titleText.empty();
+    const wxString text = laidOut ? m_pTextBoxes->titleText : titre->GetText();
+    const wxPoint corner = laidOut ? m_pTextBoxes->titleCorner : GetTitrePos(titre);
     wxCoord textWidth = 0;
     wxCoord textHeight = 0;
-    dc->GetMultiLineTextExtent(titre->GetText(), &textWidth, &textHeight);
+    dc->GetMultiLineTextExtent(text, &textWidth, &textHeight);
     const int width = textWidth + 2 * kTitreMargin;
     const int height = textHeight + 2 * kTitreMargin;
     titre->SetBoxSize(width, height);
     dc->DrawRectangle(corner.x, corner.y, width, height);
-    dc->DrawText(titre->GetText(), corner.x + kTitreMargin, corner.y + kTitreMargin);
+    dc->DrawText(text, corner.x + kTitreMargin, corner.y + kTitreMargin);
 
     dc->SetPen(wxNullPen);
     dc->SetBrush(wxNullBrush);
@@ -173,4 +198,84 @@ wxPoint VyrDiagram::GetTextPos(int x, int y, int width, int height, bool toRight
     column = std::min(std::max(column, left), right - width);
     row = std::min(std::max(row, top), bottom - height);
     return wxPoint(column, row);
+}
+
+bool VyrDiagram::PlaceNoteBox(wxDC* dc, const wxString& text, wxPoint stored, wxRect& box) const {
+    const VyrTextBoxes& layout = *m_pTextBoxes;
+    wxCoord w = 0, h = 0;
+    dc->GetMultiLineTextExtent(text, &w, &h);
+    box = wxRect(stored, wxSize(w + 2 * kNoteMargin, h + 2 * kNoteMargin));
+    if (box.width > m_rectPlot.width || box.height > m_rectPlot.height)
+        return false;
+    // Inside the plot first (texts are clipped to it), then clear of other texts: downward first,
+    // then upward, a quarter of the box's height at a time, as far as the plot reaches.
+    const int top = m_rectPlot.y;
+    const int bottom = m_rectPlot.GetBottom();
+    box.x = std::max(m_rectPlot.x, std::min(box.x, m_rectPlot.GetRight() + 1 - box.width));
+    box.y = std::max(top, std::min(box.y, bottom + 1 - box.height));
+    const int step = std::max(2, (box.height + layout.gap) / 4);
+    for (int k = 0; k <= 2 * (m_rectPlot.height / step + 1); ++k) {
+        wxRect candidate = box;
+        candidate.y += (k % 2 == 1 ? 1 : -1) * ((k + 1) / 2) * step;
+        if (candidate.y < top || candidate.GetBottom() > bottom)
+            continue;
+        if (layout.IsFree(candidate)) {
+            box = candidate;
+            return true;
+        }
+    }
+    return false;
+}
+
+void VyrDiagram::ReserveNotes(wxDC* dc) {
+    if (!m_pTextBoxes || !HasOption(VYR_OPTION_TIDY_LAYOUT))
+        return;
+    VyrTextBoxes& layout = *m_pTextBoxes;
+    VyrDiagramScaleGuard guard(*this);
+    // In the order PaintCurves draws them: the other units' curves first.
+    for (int pass = 0; pass < 2; ++pass) {
+        for (VyrCourbe* courbe : m_aPlottedCourbes) {
+            if (!courbe || courbe->GetNotesCount() == 0 ||
+                (UnitOf(courbe->GetVy()) == m_sUy) != (pass == 1) ||
+                !SetCurrentScaleForUnits(UnitOf(courbe->GetVx()), UnitOf(courbe->GetVy())))
+                continue;
+            const VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
+            for (auto* node = courbe->GetNotes().GetFirst(); node; node = node->GetNext()) {
+                const VyrNote* note = node->GetData();
+                if (!note || note->GetState() == VYR_NOTE_MOVING ||
+                    !points.IsValid(note->GetPointIndex()))
+                    continue;
+                const wxPoint raw =
+                    points.GetWorld().ToPixel(note->GetPositionX(), note->GetPositionY());
+                const wxPoint stored(VyrSafeCoord(raw.x), VyrSafeCoord(raw.y));
+                // The text as written; wrapped when wider than the plot; one shortened line
+                // when the wrapped box finds no room; left out of this picture when even that
+                // would cover another text.
+                const int room = m_rectPlot.width - 2 * kNoteMargin;
+                wxString text = note->GetText();
+                wxRect box;
+                bool placed = PlaceNoteBox(dc, text, stored, box);
+                if (!placed && box.width > m_rectPlot.width) {
+                    text = VyrFitToWidth(dc, text, dc->GetFont(), room);
+                    placed = PlaceNoteBox(dc, text, stored, box);
+                }
+                if (!placed) {
+                    const wxString firstLine = note->GetText().BeforeFirst('\n');
+                    text = VyrFitToWidth(dc, firstLine, dc->GetFont(), room).BeforeFirst('\n');
+                    if (text != firstLine && !text.EndsWith(kEllipsis))
+                        text += kEllipsis;
+                    placed = PlaceNoteBox(dc, text, stored, box);
+                }
+                if (!placed) {
+                    layout.hiddenNotes.insert(note);
+                    continue;
+                }
+                if (text != note->GetText())
+                    layout.noteTexts[note] = text;
+                if (box.GetTopLeft() != stored)
+                    layout.noteCorners[note] = box.GetTopLeft();
+                layout.Add(box);
+            }
+        }
+    }
 }

@@ -3,6 +3,7 @@
 // application's graph object.
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include <wx/bitmap.h>
 #include <wx/dc.h>
@@ -10,6 +11,7 @@
 #include <wx/pen.h>
 
 #include "diagram/VyrDiagramScaleGuard.h"
+#include "diagram/VyrPictureLayout.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
@@ -79,9 +81,23 @@ void VyrDiagram::Paint(wxDC* dc, bool scaled, bool noScaleA, bool noScaleB, doub
     const wxColour oldText = dc->GetTextForeground();
     dc->SetFont(drawingFont);
     dc->SetTextForeground(m_colourAxis);
+    // The explained picture lays itself out first: the plot rectangle shrinks inside the area
+    // to leave room for the heading and the other units' scales.
+    std::unique_ptr<VyrTextBoxes> layout;
+    if (HasOption(VYR_OPTION_TIDY_LAYOUT | VYR_OPTION_UNIT_SCALES | VYR_OPTION_LEGEND)) {
+        layout.reset(new VyrTextBoxes);
+        m_pTextBoxes = layout.get();
+        LayOut(dc);
+    }
     dc->SetClippingRegion(m_rectPlot);
+    if (layout)
+        ReserveUserTexts(dc);
 
     PaintAxes(dc);
+    if (layout) {
+        PaintHeading(dc);
+        PaintUnitScales(dc);
+    }
     PaintGraphObj(dc);
     bool repaintAxes = false;
     PaintCurves(dc, &repaintAxes);
@@ -89,6 +105,9 @@ void VyrDiagram::Paint(wxDC* dc, bool scaled, bool noScaleA, bool noScaleB, doub
         PaintAxes(dc);
     PaintTitre(dc);
     PaintOutilIntervals(dc);
+    if (layout)
+        PaintLegend(dc);
+    m_pTextBoxes = nullptr;
 
     if (m_bBadge && m_pBase && m_pBase->GetDiagramCount() >= 2 && badge && badge->IsOk() &&
         showBadge) {
@@ -128,7 +147,9 @@ void VyrDiagram::PaintCurves(wxDC* dc, bool* repaintAxes) {
             if (mainUnit != (pass == 1) && courbe->GetStyleLiaison() != LINE_REPERE)
                 continue;
             if (SetCurrentScaleForUnits(UnitOf(courbe->GetVx()), unitY))
-                PaintCurve(dc, courbe, m_bAllCurvesColour || pass == 1, repaintAxes);
+                PaintCurve(dc, courbe,
+                           m_bAllCurvesColour || pass == 1 || HasOption(VYR_OPTION_UNIT_SCALES),
+                           repaintAxes);
         }
     }
 }

@@ -22,6 +22,12 @@ bool IsScaleType(int type) {
 
 // The extremes of the valid points of `v`; false when it has none.
 bool ValidExtremes(const VyrVecteur* v, double& lo, double& hi) {
+    // Every point valid (as a live recording's are): the vector's own range, kept up to date
+    // as points come, is the same walk's answer without walking.
+    if (v->GetSize() > 0 && v->GetValidity()->FindFirstUnset() >= v->GetSize()) {
+        v->GetMinMax(lo, hi);
+        return true;
+    }
     bool any = false;
     const double* values = v->GetArea();
     for (int i = 0; values && i < v->GetSize(); ++i) {
@@ -159,14 +165,14 @@ void VyrDiagram::UpdateScale(int type) {
 
     // 5. The base scales from the main units. Kept: without a unit the fallback goes into the
     // scale of the current type, not of the type being updated.
-    if (m_sUx.empty()) {
+    if (!HasOwnRange(m_sUx)) {
         m_scales[m_iTypeScale].SetXmin(0.0);
         m_scales[m_iTypeScale].SetXmax(1.05);
     } else if (const VyrUnit* u = FindUnitX(m_sUx)) {
         m_scales[type].SetXmin(u->GetMin(type));
         m_scales[type].SetXmax(u->GetMax(type));
     }
-    if (m_sUy.empty()) {
+    if (!HasOwnRange(m_sUy)) {
         m_scales[m_iTypeScale].SetYmin(0.0);
         m_scales[m_iTypeScale].SetYmax(1.05);
     } else if (const VyrUnit* u = FindUnitY(m_sUy)) {
@@ -187,14 +193,14 @@ void VyrDiagram::SetTypeScale(int type) {
             u->SetMax(VYR_SCALE_MANUAL, u->GetMax(VYR_SCALE_AUTO));
         }
     };
-    if (!m_sUx.empty()) {
+    if (HasOwnRange(m_sUx)) {
         if (VyrUnit* u = FindUnitX(m_sUx)) {
             resetEmptyManual(u);
             m_scales[type].SetXmin(u->GetMin(type));
             m_scales[type].SetXmax(u->GetMax(type));
         }
     }
-    if (!m_sUy.empty()) {
+    if (HasOwnRange(m_sUy)) {
         if (VyrUnit* u = FindUnitY(m_sUy)) {
             resetEmptyManual(u);
             m_scales[type].SetYmin(u->GetMin(type));
@@ -228,13 +234,13 @@ void VyrDiagram::SetManualScale(VyrScale* scale, bool propagate) {
     // The caller may pass the manual base scale itself: work on a copy.
     const VyrScale s = *scale;
     m_scales[VYR_SCALE_MANUAL] = s;
-    if (!m_sUx.empty()) {
+    if (HasOwnRange(m_sUx)) {
         if (VyrUnit* u = FindUnitX(m_sUx)) {
             u->SetMin(VYR_SCALE_MANUAL, s.GetXmin());
             u->SetMax(VYR_SCALE_MANUAL, s.GetXmax());
         }
     }
-    if (!m_sUy.empty()) {
+    if (HasOwnRange(m_sUy)) {
         if (VyrUnit* u = FindUnitY(m_sUy)) {
             const double ymin = s.GetYmin();
             const double ymax = s.GetYmax();
@@ -361,4 +367,20 @@ bool VyrDiagram::IsZoomed() const {
 
 bool VyrDiagram::IsZoomedX() const {
     return !(m_dZoomKx == 1.0 && m_dZoomOx == 0.0);
+}
+
+bool VyrDiagram::HasOwnRange(const wxString& unit) const {
+    // The one place where a quantity without a unit may get the range its values ask for.
+    return !unit.empty() || HasOption(VYR_OPTION_UNITLESS_RANGE);
+}
+
+void VyrDiagram::SetOptions(int options) {
+    const bool rangesChange =
+        (options & VYR_OPTION_UNITLESS_RANGE) != (m_iOptions & VYR_OPTION_UNITLESS_RANGE);
+    m_iOptions = options & VYR_OPTIONS_EXPLAINED;
+    if (rangesChange) {
+        UpdateScale(VYR_SCALE_AUTO);
+        UpdateScale(VYR_SCALE_STANDARD);
+        SetTypeScale(m_iTypeScale);
+    }
 }

@@ -17,6 +17,7 @@ wxString UnitOf(const VyrVecteur* v) {
 }  // namespace
 
 void VyrDiagram::Move(wxRect& rect) {
+    m_rectArea = rect;
     m_rectPlot = rect;
     m_rectHit = wxRect(rect.x - 6, rect.y - 6, rect.width + 12, rect.height + 12);
     UpdateWorld();

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "support/VectorContents.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrCourbeParam.h"
@@ -14,10 +15,9 @@
 
 namespace calctest {
 
-inline VyrExperience* Experience(VyrBaseData& doc, const wxString& name) {
-    VyrExperienceParam p(name);
-    return doc.CreateExperience(p);
-}
+using vyrtest::Experience;
+using vyrtest::Validity;
+using vyrtest::Values;
 
 // A curve grdY(grdX) of e in the given units; the points at the indices in `invalid` are
 // marked invalid in Y.
@@ -42,20 +42,6 @@ inline VyrCourbe* Curve(VyrBaseData& doc, VyrExperience* e, const wxString& grdY
     for (int i : invalid)
         c->GetVy()->ValidateAt(i, false);
     return c;
-}
-
-inline std::vector<double> Values(const VyrVecteur* v) {
-    std::vector<double> values;
-    for (int i = 0; i < v->GetSize(); ++i)
-        values.push_back((*v)[i]);
-    return values;
-}
-
-inline std::vector<bool> Validity(const VyrVecteur* v) {
-    std::vector<bool> valid;
-    for (int i = 0; i < v->GetSize(); ++i)
-        valid.push_back(v->IsValidAt(i));
-    return valid;
 }
 
 }  // namespace calctest

@@ -111,6 +111,17 @@ class FitTestCase(unittest.TestCase):
                 self.assertTrue(result.stderr.startswith("vyr: "), result.stderr)
                 self.assertEqual(result.stdout, "")
 
+    def test_an_unknown_curve_is_told_with_the_curves_there_are(self):
+        result = run("fit", self.oscillation, "--curve", "Z", "--model", "exp")
+        self.assertEqual(result.returncode, EXIT_USAGE, result.stderr)
+        self.assertIn("no curve Z", result.stderr)
+        self.assertIn("U(t)", result.stderr)
+
+    def test_the_curve_is_found_by_its_display_name_too(self):
+        result = run("fit", self.oscillation, "--curve", "U(t)", "--model", "damped", "--json")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertGreater(json.loads(result.stdout)["r2"], 0.9)
+
     def test_no_result_in_json_carries_no_numbers(self):
         result = run("fit", self.oscillation, "--curve", "U", "--model", "poly5", "--from", "5",
                      "--json")

@@ -150,9 +150,10 @@ class StylesTest(ImportTestCase):
         result = run("render", self.path("drawn.vyr"), "-o", picture, "--size", "400x300")
         self.assertEqual(result.returncode, 0, result.stderr)
         image = read_png(picture)
-        # The first curve is red; the sine crosses the whole plot.
+        # The first curve takes the palette's first colour, vermilion (213, 94, 0); the sine
+        # crosses the whole plot.
         reddish = [x for y in range(300) for x in range(400)
-                   if (lambda p: p[0] > 200 and p[1] < 90 and p[2] < 90)(pixel(image, x, y))]
+                   if (lambda p: p[0] > 190 and 60 < p[1] < 120 and p[2] < 40)(pixel(image, x, y))]
         self.assertGreater(len(reddish), 200)
         self.assertGreater(max(reddish) - min(reddish), 250)
 

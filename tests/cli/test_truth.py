@@ -211,6 +211,43 @@ class AxisUnitTest(TruthTestCase):
         self.assertEqual(self.render(volts), self.render(millivolts))
 
 
+class ExplainedPictureTest(TruthTestCase):
+    def test_a_quantity_without_a_unit_is_drawn_on_its_own_range_and_named(self):
+        # x 100..300 against y 10..30, neither with a unit.
+        plain_table = self.write_document("xy.vyr", [("x", "", ramp(100, 300), "y", "",
+                                                      ramp(10, 30))])
+        explained = self.picture_text(plain_table).split()
+        for number in ("160", "200", "240", "20"):
+            self.assertIn(number, explained)
+        self.assertIn("x", explained)
+        self.assertIn("y", explained)
+        self.assertNotIn("()", " ".join(explained))
+        # The classic picture keeps 0..1.05 on both axes.
+        classic = self.picture_text(plain_table, "--plain").split()
+        self.assertIn("0.5", classic)
+        self.assertNotIn("200", classic)
+
+    def test_y_unit_chooses_the_left_axis(self):
+        two = self.write_document("two.vyr", [("t", "s", ramp(0, 10), "U", "V", ramp(0, 5)),
+                                              ("t", "s", ramp(0, 10), "I", "mA", ramp(0, 30))])
+        default = self.picture_text(two)
+        self.assertLess(default.index("(V)"), default.index("(mA)"))
+        chosen = self.picture_text(two, "--y-unit", "mA")
+        self.assertLess(chosen.index("(mA)"), chosen.index("(V)"))
+        self.assertFailsWith(run("render", two, "--y-unit", "Pa", "-o", self.path("x.png")),
+                             EXIT_USAGE, "no curve in Pa", "mA")
+        self.assertFalse(os.path.exists(self.path("x.png")))
+
+    def test_units_are_typeset_only_in_the_explained_picture(self):
+        accel = self.write_document("a.vyr", [("t", "us", ramp(0, 10), "a", "m/s^2",
+                                               ramp(0, 5))])
+        self.assertIn("m/s\u00b2", self.picture_text(accel))
+        self.assertIn("\u00b5s", self.picture_text(accel))
+        plain = self.picture_text(accel, "--plain")
+        self.assertIn("m/s^2", plain)
+        self.assertNotIn("m/s\u00b2", plain)
+
+
 class TimeLabelTest(TruthTestCase):
     def test_time_labels_change_a_long_recording(self):
         # 226,755 s: labelled in days and hours with the option, in ks without it.

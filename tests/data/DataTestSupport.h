@@ -15,6 +15,7 @@
 
 #include "support/TranslationScope.h"
 #include "support/VyrBaseDataTestAccess.h"
+#include "support/VectorContents.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrCourbeParam.h"
@@ -29,11 +30,6 @@ public:
 };
 
 namespace vyrtest {
-
-inline VyrExperience* Experience(VyrBaseData& doc, const wxString& name) {
-    VyrExperienceParam p(name);
-    return doc.CreateExperience(p);
-}
 
 inline VyrCourbeParam Param(const wxString& grdY, const wxString& uniteY, const wxString& grdX,
                             const wxString& uniteX) {
@@ -56,20 +52,6 @@ inline VyrCourbe* Curve(VyrBaseData& doc, VyrExperience* e, const wxString& grdY
     for (size_t i = 0; i < xs.size() && i < ys.size(); ++i)
         doc.AddPoint(c, xs[i], ys[i], false);
     return c;
-}
-
-inline std::vector<double> Values(const VyrVecteur* v) {
-    std::vector<double> values;
-    for (int i = 0; i < v->GetSize(); ++i)
-        values.push_back((*v)[i]);
-    return values;
-}
-
-inline std::vector<bool> Validity(const VyrVecteur* v) {
-    std::vector<bool> valid;
-    for (int i = 0; i < v->GetSize(); ++i)
-        valid.push_back(v->IsValidAt(i));
-    return valid;
 }
 
 inline std::vector<VyrEntity*> Entities(const VyrListEntity& list) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <random>
 #include <vector>
 
@@ -181,4 +182,71 @@ TEST(VyrBitMask, ShiftsIgnoreRangesTheMaskDoesNotHold) {
     EXPECT_EQ(m.GetSize(), 2);
     EXPECT_FALSE(m.IsSet(0));
     EXPECT_TRUE(m.IsSet(1));
+}
+
+namespace {
+// The first bit that reads as not set, found bit by bit over the stored bytes.
+int FirstUnsetByWalking(const VyrBitMask& m) {
+    for (int i = 0; i < m.GetSize() * 8; ++i)
+        if (!m.IsSet(i))
+            return i;
+    return INT_MAX;
+}
+}  // namespace
+
+TEST(VyrBitMask, FindFirstUnsetAnswersIntMaxWhenEveryBitReadsSet) {
+    VyrBitMask m;
+    EXPECT_EQ(m.FindFirstUnset(), INT_MAX);
+    m.SetSize(100);
+    EXPECT_EQ(m.FindFirstUnset(), INT_MAX);
+    m.Unset(42);
+    EXPECT_EQ(m.FindFirstUnset(), 42);
+    m.Set(42);
+    EXPECT_EQ(m.FindFirstUnset(), INT_MAX);
+}
+
+TEST(VyrBitMask, FindFirstUnsetFollowsEveryKindOfChange) {
+    // Asked between changes, so that what it remembered is put to the test by each of them.
+    std::mt19937 rng(11);
+    VyrBitMask m(8);
+    for (int step = 0; step < 20000; ++step) {
+        const int held = m.GetSize() * 8;
+        const int i = static_cast<int>(rng() % (held + 9));
+        switch (rng() % 9) {
+            case 0:
+            case 1:
+                m.Set(i);
+                break;
+            case 2:
+                if (rng() % 8 == 0)
+                    m.Unset(i);
+                break;
+            case 3:
+                m.Invert(i);
+                break;
+            case 4:
+                m.SetOctetAt(i / 8, rng() % 4 == 0 ? static_cast<unsigned char>(rng()) : 0);
+                break;
+            case 5:
+                m.ShiftUp(i / 2, i / 2 + 1 + static_cast<int>(rng() % 20));
+                break;
+            case 6:
+                m.ShiftDown(i / 2, i / 2 + 1 + static_cast<int>(rng() % 20));
+                break;
+            case 7:
+                if (rng() % 50 == 0) {
+                    int octets[3] = {0, static_cast<int>(rng() % 2), 0};
+                    m.SetBits(3, octets);
+                }
+                break;
+            default:
+                if (rng() % 20 == 0) {
+                    VyrBitMask copy(m);
+                    m = copy;
+                }
+                m.SetSize(held + static_cast<int>(rng() % 16));
+                break;
+        }
+        ASSERT_EQ(m.FindFirstUnset(), FirstUnsetByWalking(m)) << "step " << step;
+    }
 }

@@ -200,6 +200,18 @@ RecordingDCImpl* RecordingDC::Impl() const {
     return static_cast<RecordingDCImpl*>(m_pimpl);
 }
 
+std::string RecordingDC::Dump() const {
+    std::string out;
+    for (const RecordedPrimitive& p : Primitives())
+        out += wxString::Format("%d '%s' (%d,%d)-(%d,%d) rect %d,%d %dx%d pen %s\n",
+                                static_cast<int>(p.kind), p.text, p.From().x, p.From().y, p.To().x,
+                                p.To().y, p.rect.x, p.rect.y, p.rect.width, p.rect.height,
+                                p.pen.IsOk() ? wxString::Format("%06x", p.pen.GetColour().GetRGB())
+                                             : wxString("-"))
+                   .ToStdString();
+    return out;
+}
+
 const std::vector<RecordedPrimitive>& RecordingDC::Primitives() const {
     return Impl()->m_record;
 }

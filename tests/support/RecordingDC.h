@@ -35,6 +35,7 @@
 #ifndef VYR_TESTS_SUPPORT_RECORDINGDC_H
 #define VYR_TESTS_SUPPORT_RECORDINGDC_H
 
+#include <string>
 #include <vector>
 
 #include <wx/brush.h>
@@ -111,6 +112,9 @@ public:
     // The first Line primitive from `from` to `to` (in that direction), or null.
     const RecordedPrimitive* FindLine(const wxPoint& from, const wxPoint& to) const;
     void ClearRecord();
+    // Every primitive, one a line (kind, text, ends, rectangle, pen colour), for the messages of
+    // failed expectations.
+    std::string Dump() const;
 
     // The fixed metric described above.
     static int CharWidth(const wxFont& font);

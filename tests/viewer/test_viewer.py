@@ -142,12 +142,16 @@ class ViewerTest(unittest.TestCase):
     def tearDown(self):
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def run_viewer(self, commands, open_sample=True, expect_status=0, files=()):
+    def run_viewer(self, commands, open_sample=True, expect_status=0, files=(),
+                   look=("--plain",)):
+        """Runs the viewer on a script. The pixels most tests count are those of the classic
+        picture (the current curve grey on the voltage's axis), so they ask for it; look=()
+        keeps the viewer's own, explained picture."""
         script = os.path.join(self.folder, "script.txt")
         with open(script, "w", encoding="utf-8") as f:
             f.write("\n".join(["size 900 600"] + commands if open_sample else commands) + "\n")
-        arguments = ([VIEWER, "--script", script] + ([self.document] if open_sample else []) +
-                     list(files))
+        arguments = ([VIEWER, *look, "--script", script] +
+                     ([self.document] if open_sample else []) + list(files))
         done = subprocess.run(arguments, cwd=self.folder, capture_output=True, text=True,
                               timeout=90)
         run = Run(done.returncode, done.stdout, done.stderr, parse_states(done.stdout),
@@ -195,6 +199,23 @@ class ViewerTest(unittest.TestCase):
         self.assertGreater(voltage_pixels(run.path("shown.png")), 500)
         # Visibility is not a change of the document.
         self.assertEqual(main_again["modified"], "no")
+
+    def test_the_explained_picture_draws_the_current_in_its_colour_until_plain_is_chosen(self):
+        run = self.run_viewer(["screenshot explained.png", "menu plain", "state",
+                               "screenshot plain.png", "menu plain", "screenshot again.png"],
+                              look=())
+        current = (0, 90, 200)
+        grey = (185, 185, 185)
+        explained = len(pixels_of(run.path("explained.png"), current))
+        self.assertGreater(explained, 300)
+        # No grey curve: a few edge pixels of other drawings may happen to be that grey.
+        self.assertLess(len(pixels_of(run.path("explained.png"), grey)), 30)
+        self.assertEqual(len(pixels_of(run.path("plain.png"), current)), 0)
+        self.assertGreater(len(pixels_of(run.path("plain.png"), grey)), 300)
+        self.assertEqual(len(pixels_of(run.path("again.png"), current)), explained)
+        # The voltage keeps its colour in both.
+        self.assertGreater(voltage_pixels(run.path("explained.png")), 500)
+        self.assertGreater(voltage_pixels(run.path("plain.png")), 500)
 
     def test_unticking_an_experiment_hides_all_its_curves(self):
         run = self.run_viewer(["uncheck RLC circuit", "state", "check RLC circuit", "state"])
@@ -670,8 +691,11 @@ class ViewerTest(unittest.TestCase):
         self.assertEqual(state["modified"], "no")
         with open(table, encoding="utf-8") as f:
             self.assertEqual(f.read(), self.RAMP)
-        # The first imported curve is drawn in red.
-        self.assertGreater(len(pixels_of(run.path("picture.png"), (255, 0, 0))), 100)
+        # The first imported curve is drawn in the palette's first colour, vermilion, as vyr
+        # import colours it, not in the library's red.
+        picture = run.path("picture.png")
+        self.assertGreater(len(pixels_of(picture, (213, 94, 0))), 100)
+        self.assertEqual(len(pixels_of(picture, (255, 0, 0))), 0)
 
     def test_file_open_offers_tables_and_opens_one(self):
         self.write_table("logger.txt", "Time\tTemperature (\u00b0C)\n23:59:30\t20.5\n"

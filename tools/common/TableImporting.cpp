@@ -3,6 +3,10 @@
 
 #include <wx/filename.h>
 
+#include "vyrbase/core/VyrBaseData.h"
+#include "vyrbase/data/VyrCourbe.h"
+#include "vyrbase/data/VyrPalette.h"
+
 namespace vyrtools {
 
 namespace {
@@ -86,8 +90,16 @@ const char* EncodingName(VyrTableImport::Encoding encoding) {
 
 LoadResult ImportTable(const wxString& path, VyrTableImport& import, VyrBaseData& doc,
                        wxString& reason) {
-    if (import.ImportFile(doc, path))
+    if (import.ImportFile(doc, path)) {
+        // Each column's curve in the next colour that colour-blind readers tell from the others,
+        // rather than the library's red for every one.
+        int made = 0;
+        wxVyrListEntityNode* node = doc.GetFirstCourbeNode();
+        while (node)
+            if (VyrCourbe* courbe = doc.GetNextCourbe(&node))
+                courbe->SetColor(VyrPalette::GetColour(made++));
         return LoadResult::Ok;
+    }
     if (import.GetError() == VyrTableImport::kErrorCannotRead) {
         reason = wxFileName::DirExists(path)    ? "cannot open: Is a directory"
                  : wxFileName::FileExists(path) ? "cannot read"

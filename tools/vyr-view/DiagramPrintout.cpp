@@ -8,11 +8,11 @@
 
 namespace {
 
-// Puts the diagram's plot rectangle (its window's) back once the page is painted.
+// Puts the area the window gave the diagram back once the page is painted.
 class PlotRectScope {
 public:
     PlotRectScope(VyrDiagram* diagram, wxRect rect) : m_diagram(diagram) {
-        m_diagram->GetRect(m_saved);
+        m_saved = m_diagram->GetArea();
         m_diagram->Move(rect);
     }
     ~PlotRectScope() { m_diagram->Move(m_saved); }

@@ -8,6 +8,8 @@
 #include "DocumentFrame.h"
 #include "Export.h"
 #include "FitDialog.h"
+#include "PictureOptions.h"
+#include "ViewerApp.h"
 #include "ViewerDocument.h"
 #include "ViewerIds.h"
 #include "vyrbase/core/VyrObserverMsg.h"
@@ -26,9 +28,12 @@ wxBEGIN_EVENT_TABLE(DiagramView, wxView) EVT_MENU(wxID_DELETE, DiagramView::OnDe
                                 EVT_UPDATE_UI(ID_SHOW_GRID, DiagramView::OnUpdateShowGrid)
                                     EVT_MENU(ID_FIT, DiagramView::OnFit)
                                         EVT_UPDATE_UI(ID_FIT, DiagramView::OnUpdateFit)
-                                            wxEND_EVENT_TABLE()
+                                            EVT_MENU(ID_PLAIN_PICTURE, DiagramView::OnPlainPicture)
+                                                EVT_UPDATE_UI(ID_PLAIN_PICTURE,
+                                                              DiagramView::OnUpdatePlainPicture)
+                                                    wxEND_EVENT_TABLE()
 
-                                                DiagramView::DiagramView(int index)
+                                                        DiagramView::DiagramView(int index)
     : m_index(index) {}
 
 DiagramView::~DiagramView() {
@@ -61,8 +66,12 @@ bool DiagramView::OnCreate(wxDocument* doc, long) {
     SetFrame(frame);
     m_canvas = frame->AddCanvas(this);
     m_diagram = document->GetData().GetDiagram(m_index);
-    if (m_diagram)
+    if (m_diagram) {
         m_diagram->AddObserver(this);
+        // The picture explains itself unless the command line asked for the plain one.
+        wxString reason;
+        vyrtools::ApplyPictureOptions(*m_diagram, wxGetApp().GetPictureOptions(), reason);
+    }
     // The window may have had its size before it had a diagram.
     m_canvas->FitDiagram();
     frame->Show();
@@ -218,4 +227,23 @@ void DiagramView::OnFit(wxCommandEvent&) {
 void DiagramView::OnUpdateFit(wxUpdateUIEvent& event) {
     ViewerDocument* document = GetViewerDocument();
     event.Enable(document && document->GetSelectedCourbe());
+}
+
+void DiagramView::OnPlainPicture(wxCommandEvent& event) {
+    if (!m_diagram)
+        return;
+    PictureOptions look = wxGetApp().GetPictureOptions();
+    look.plain = event.IsChecked();
+    look.yUnit.clear();
+    wxString reason;
+    vyrtools::ApplyPictureOptions(*m_diagram, look, reason);
+    // The plot fills the window again until the next paint lays it out.
+    if (m_canvas) {
+        m_canvas->FitDiagram();
+        m_canvas->Refresh();
+    }
+}
+
+void DiagramView::OnUpdatePlainPicture(wxUpdateUIEvent& event) {
+    event.Check(m_diagram && m_diagram->GetOptions() == 0);
 }

@@ -56,6 +56,8 @@ private:
     void OnFit(wxCommandEvent& event);
     void OnUpdateFit(wxUpdateUIEvent& event);
     void OnUpdateShowGrid(wxUpdateUIEvent& event);
+    void OnPlainPicture(wxCommandEvent& event);
+    void OnUpdatePlainPicture(wxUpdateUIEvent& event);
 
     int m_index;
     VyrDiagram* m_diagram = nullptr;

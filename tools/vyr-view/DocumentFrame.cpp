@@ -70,6 +70,8 @@ wxMenuBar* DocumentFrame::MakeMenuBar() {
     view->AppendSeparator();
     view->AppendCheckItem(ID_SHOW_GRID, "&Grid");
     view->AppendCheckItem(ID_TWO_DIAGRAMS, "&Two diagrams");
+    view->AppendCheckItem(ID_PLAIN_PICTURE, "&Plain picture",
+                          "The classic picture: no scale per unit, no legend, no layout");
 
     auto* help = new wxMenu;
     help->Append(wxID_ABOUT, "&About vyr-view");

@@ -564,6 +564,7 @@ bool ScriptDriver::Menu(const wxArrayString& words, wxString& error) {
         {"delete", wxID_DELETE},           {"undo", wxID_UNDO},        {"redo", wxID_REDO},
         {"zoom-normal", ID_ZOOM_NORMAL},   {"next-y", ID_NEXT_Y_UNIT}, {"grid", ID_SHOW_GRID},
         {"two-diagrams", ID_TWO_DIAGRAMS}, {"save", wxID_SAVE},        {"close", wxID_CLOSE},
+        {"plain", ID_PLAIN_PICTURE},
     };
     DocumentFrame* frame = CurrentFrame();
     for (const auto& item : kItems) {

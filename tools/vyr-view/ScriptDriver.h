@@ -17,7 +17,7 @@
 //                          events sent to the window
 //   real-drag X0 Y0 X1 Y1 | real-dclick X Y
 //                          the same through the display server (the toolkit's UI simulator)
-//   menu delete|undo|redo|zoom-normal|next-y|grid|two-diagrams|save|close
+//   menu delete|undo|redo|zoom-normal|next-y|grid|two-diagrams|plain|save|close
 //                          (close drops the changes: a script never answers questions)
 //   close-window           closes the document's window as its close button does (dropping
 //                          the changes)

@@ -22,6 +22,8 @@ ViewerApp::~ViewerApp() = default;
 void ViewerApp::OnInitCmdLine(wxCmdLineParser& parser) {
     wxApp::OnInitCmdLine(parser);
     parser.AddOption("", "script", "run the commands of FILE, then quit", wxCMD_LINE_VAL_STRING);
+    parser.AddSwitch("", "plain", "paint the classic picture (no scale per unit, no legend)");
+    parser.AddSwitch("", "no-legend", "leave the legend of the curves out");
     LiveFollow::AddOptions(parser);
     parser.AddParam("document", wxCMD_LINE_VAL_STRING,
                     wxCMD_LINE_PARAM_OPTIONAL | wxCMD_LINE_PARAM_MULTIPLE);
@@ -31,6 +33,8 @@ bool ViewerApp::OnCmdLineParsed(wxCmdLineParser& parser) {
     if (!wxApp::OnCmdLineParsed(parser))
         return false;
     parser.Found("script", &m_scriptPath);
+    m_look.plain = parser.Found("plain");
+    m_look.legend = !parser.Found("no-legend");
     wxString error;
     if (!LiveFollow::ReadOptions(parser, m_follow, error)) {
         std::fprintf(stderr, "vyr-view: %s\n", static_cast<const char*>(error.utf8_str()));

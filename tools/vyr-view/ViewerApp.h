@@ -10,6 +10,7 @@
 #include <wx/arrstr.h>
 
 #include "LiveFollow.h"
+#include "PictureOptions.h"
 
 class MainFrame;
 class ScriptDriver;
@@ -27,6 +28,8 @@ public:
     bool OnCmdLineParsed(wxCmdLineParser& parser) override;
 
     wxDocManager* GetDocManager() const { return m_manager; }
+    // How new views paint their diagrams (--plain, --no-legend).
+    const PictureOptions& GetPictureOptions() const { return m_look; }
     MainFrame* GetMainFrame() const { return m_mainFrame; }
     // The process's exit status once the main loop ends (a failed script sets it).
     void SetExitStatus(int status) { m_exitStatus = status; }
@@ -37,6 +40,7 @@ private:
     std::unique_ptr<ScriptDriver> m_script;
     wxArrayString m_files;
     wxString m_scriptPath;
+    PictureOptions m_look;
     LiveFollow::Options m_follow;
     int m_exitStatus = 0;
 };

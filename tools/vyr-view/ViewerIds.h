@@ -11,6 +11,7 @@ enum ViewerId {
     ID_TWO_DIAGRAMS,
     ID_SHOW_GRID,
     ID_FIT,
+    ID_PLAIN_PICTURE,
 };
 
 #endif

@@ -262,6 +262,8 @@ int RunDemo(const Args& args) {
         VyrDiagram* diagram = doc.GetDiagram(0);
         diagram->SetSpectrum(sample.spectrum);
         diagram->SetGridShown(true);
+        // The picture explains itself, as vyr render's does.
+        diagram->SetOptions(VYR_OPTIONS_EXPLAINED);
         int code = SaveDocument(base + ".vyr", doc);
         if (!code)
             code = WriteSafely(base + ".png", [&](VyrSafeFile& file) {

@@ -9,6 +9,7 @@
 #include "Arguments.h"
 #include "CliCommon.h"
 #include "Commands.h"
+#include "PictureOptions.h"
 #include "vyrbase/core/VyrBaseData.h"
 #include "vyrbase/diagram/VyrDiagram.h"
 #include "vyrbase/diagram/VyrDiagramExport.h"
@@ -141,8 +142,9 @@ int RunConvert(const Args& args) {
 }
 
 int RunRender(const Args& args) {
-    Arguments parsed({"--grid", "--no-grid", "--time-labels", "--spectrum", "--force"},
-                     {"-o", "--output", "--size", "--diagram", "--scale"});
+    Arguments parsed(
+        {"--grid", "--no-grid", "--time-labels", "--spectrum", "--plain", "--no-legend", "--force"},
+        {"-o", "--output", "--size", "--diagram", "--scale", "--y-unit"});
     std::string error;
     if (!parsed.Parse(args, error))
         return UsageError("render", error);
@@ -168,6 +170,15 @@ int RunRender(const Args& args) {
         return UsageError("render", "-o takes one input file");
     if (parsed.Has("--grid") && parsed.Has("--no-grid"))
         return UsageError("render", "--grid and --no-grid contradict each other");
+    // Pictures explain themselves unless --plain asks for the classic one.
+    PictureOptions look;
+    look.plain = parsed.Has("--plain");
+    look.legend = !parsed.Has("--no-legend");
+    if (parsed.Has("--y-unit")) {
+        look.yUnit = FromArg(parsed.Value("--y-unit"));
+        if (look.yUnit.empty())
+            return UsageError("render", "--y-unit wants a unit of the diagram's curves");
+    }
     // Standard output takes a PNG picture.
     VyrDiagramExport::Format format = VyrDiagramExport::kFormatPng;
     if (!output.empty() && output != kStandardOutput &&
@@ -207,6 +218,11 @@ int RunRender(const Args& args) {
                 diagram->SetTimeLabels(true);
             if (parsed.Has("--spectrum"))
                 diagram->SetSpectrum(true);
+            wxString reason;
+            if (!vyrtools::ApplyPictureOptions(*diagram, look, reason)) {
+                Complain("render", input + ": " + reason);
+                return static_cast<int>(kExitUsage);
+            }
             diagrams.push_back(diagram);
         }
         // Interval tools are drawn from the active document.

@@ -10,6 +10,7 @@
 #include "Arguments.h"
 #include "CliCommon.h"
 #include "Commands.h"
+#include "CurveArguments.h"
 #include "JsonWriter.h"
 #include "vyrbase/calc/VyrFit.h"
 #include "vyrbase/core/VyrBaseData.h"
@@ -34,26 +35,6 @@ wxString FromArg(const std::string& s) {
 int Usage(const wxString& reason) {
     Complain("fit", reason);
     return kExitUsage;
-}
-
-// A curve named as the user sees it: its name, its display name "Y(X)", or its Y quantity; the
-// first in the document's order.
-VyrCourbe* FindCurve(VyrBaseData& doc, const wxString& name) {
-    wxVyrListEntityNode* node = doc.GetFirstCourbeNode();
-    while (node) {
-        VyrCourbe* c = doc.GetNextCourbe(&node);
-        if (!c->GetVx() || !c->GetVy())
-            continue;
-        const wxString y = c->GetVy()->GetGrandeur();
-        if (c->GetEntityName() == name || y == name ||
-            y + "(" + c->GetVx()->GetGrandeur() + ")" == name)
-            return c;
-    }
-    return nullptr;
-}
-
-bool ReadNumber(const wxString& text, double& value) {
-    return text.ToCDouble(&value) && std::isfinite(value);
 }
 
 std::string Utf8(const wxString& s) {
@@ -81,19 +62,18 @@ int RunFit(const Args& args) {
         return Usage("give one of --model M and --formula F");
     double from = -std::numeric_limits<double>::infinity();
     double to = std::numeric_limits<double>::infinity();
-    if (parsed.Has("--from") && !ReadNumber(FromArg(parsed.Value("--from")), from))
+    if (parsed.Has("--from") && !ReadNumber(parsed.Value("--from"), from))
         return Usage("--from needs a number");
-    if (parsed.Has("--to") && !ReadNumber(FromArg(parsed.Value("--to")), to))
+    if (parsed.Has("--to") && !ReadNumber(parsed.Value("--to"), to))
         return Usage("--to needs a number");
 
     VyrBaseData doc(nullptr);
     if (int code = OpenDocument(input, doc))
         return code;
-    VyrCourbe* curve = FindCurve(doc, curveName);
-    if (!curve) {
-        Complain(input, "no curve named " + curveName);
-        return kExitUsage;
-    }
+    VyrCourbe* curve = FindCurveArgument(doc, curveName);
+    if (!curve)
+        return Usage("no curve " + curveName + " in " + input + " (curves: " + CurveNames(doc) +
+                     ")");
 
     VyrFit fit;
     // A formula may read the variables of the curve's experiment by name.
@@ -108,7 +88,8 @@ int RunFit(const Args& args) {
     while (starts.HasMoreTokens()) {
         const wxString item = starts.GetNextToken().Trim(true).Trim(false);
         double value = 0;
-        if (!ReadNumber(item.AfterFirst('='), value) || !fit.SetStart(item.BeforeFirst('='), value))
+        if (!ReadNumber(Utf8(item.AfterFirst('=')), value) ||
+            !fit.SetStart(item.BeforeFirst('='), value))
             return Usage("--start: " + item + " is no NAME=VALUE of a parameter");
     }
     if (parsed.Has("--from") || parsed.Has("--to"))

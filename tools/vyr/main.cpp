@@ -38,7 +38,8 @@ const std::vector<Command>& AllCommands() {
          &RunCsv},
         {"render",
          "vyr render [FILE] [-o OUT.png|OUT.svg|OUT.pdf|-] [--size WxH] [--diagram 0|1|all]\n"
-         "           [--scale F] [--grid|--no-grid] [--time-labels] [--spectrum] [--force]",
+         "           [--scale F] [--grid|--no-grid] [--time-labels] [--spectrum] [--force]\n"
+         "           [--y-unit U] [--no-legend] [--plain]",
          "Paints a diagram of the document as the application shows it (its curves, notes, title\n"
          "and interval tools) into a picture, without a display: PNG (pixels), SVG or PDF\n"
          "(vectors; the PDF is one page of WxH points with its fonts embedded). --diagram all\n"
@@ -54,7 +55,14 @@ const std::vector<Command>& AllCommands() {
          "--time-labels labels a seconds axis of a minute or more in min:s, h:min or d:h.\n"
          "Axis numbers always agree with the unit shown beside them: a unit that takes no\n"
          "prefix (m/s, \u00b0C, %, or none) keeps its numbers unscaled below 1000 and says\n"
-         "\"x 10e3\" and up above.",
+         "\"x 10e3\" and up above.\n"
+         "The picture explains itself: every Y unit has a scale of its own in its curves' colour\n"
+         "(the main unit left, the others right), a legend names the curves when there are\n"
+         "several, no text covers another at any size or --scale, units are typeset (m/s^2 as\n"
+         "m/s\u00b2, uV as \u00b5V) and a quantity without a unit is drawn on its own range.\n"
+         "--y-unit U puts unit U on the left axis (exit 2 when no curve has it); --no-legend\n"
+         "leaves the legend out; --plain paints the classic picture, exactly as the library\n"
+         "paints a diagram without options.",
          &RunRender},
         {"convert", "vyr convert IN OUT|-",
          "Loads IN (UTF-16, UTF-8 or ISO-8859-1) and saves it again as OUT in the canonical\n"

@@ -38,6 +38,10 @@ public:
     void SetOctetAt(int k, unsigned char b);
     // Byte k, unchecked.
     unsigned char operator[](int k) const { return m_pBytes[k]; }
+    // The first bit that reads as not set (an invalid point), or INT_MAX when every bit reads as
+    // set. Walks only the bytes changed or added since it last answered, so that a vector that
+    // grows one valid point at a time answers "is every point valid" in constant time.
+    int FindFirstUnset() const;
 
     // Bits first..end-2 move one place up (bit k+1 takes bit k); bit `first` keeps its state
     // and bit end-1 is overwritten. Used to insert a point. Ignored unless 0 <= first < end and
@@ -60,6 +64,9 @@ private:
     // point by point is not copied every eight points. Bytes past m_iSize stay zero.
     int m_iCapacity = 0;
     unsigned char* m_pBytes = nullptr;
+    // Every bit below this one is known to read as set: each change that can unset a bit lowers
+    // it to that bit, FindFirstUnset raises it.
+    mutable int m_iSetBelow = 0;
 };
 
 #endif

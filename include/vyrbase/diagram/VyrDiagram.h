@@ -34,10 +34,38 @@ class VyrExperience;
 class VyrGraphObj;
 class VyrNote;
 class VyrOutilInterval;
+class VyrTextBoxes;
 class VyrUnit;
 
 // VyrDiagram::GetTypeScale values.
 enum VyrScaleType { VYR_SCALE_AUTO = 0, VYR_SCALE_STANDARD = 1, VYR_SCALE_MANUAL = 2 };
+
+// Pictures that explain themselves, as bits of VyrDiagram::SetOptions. None is set on a new
+// diagram: Paint then draws the classic picture, pixel for pixel.
+enum VyrDiagramOption {
+    // Every Y unit of the plotted curves gets a scale of its own: the main unit's on the left,
+    // the others' right of the plot, one beside the other, each in its first curve's colour and
+    // sharing the main axis's zero line. Curves of every unit are drawn in their own colours.
+    VYR_OPTION_UNIT_SCALES = 1 << 0,
+    // A box naming each plotted curve beside a line of its colour and style, when more than one
+    // curve is plotted; placed where it covers the fewest drawn pixels, never over a note, the
+    // title or another text.
+    VYR_OPTION_LEGEND = 1 << 1,
+    // Texts are measured and placed so that none covers another: the heading (the plotted
+    // quantities and their units) goes in a band above the plot, wrapped or shortened with an
+    // ellipsis to the picture's width; graduation labels thin out; interval tool labels and
+    // note boxes step aside from the texts already placed. The plot rectangle is then the
+    // rectangle given to Move less the heading band and the scales of the other units.
+    VYR_OPTION_TIDY_LAYOUT = 1 << 2,
+    // Units shown typeset: "^2", "^3", "^-1" as superscripts (m/s², s⁻¹) and a leading "u"
+    // before a unit symbol as the micro sign (uV as µV). The stored texts are unchanged.
+    VYR_OPTION_TYPESET_UNITS = 1 << 3,
+    // A quantity without a unit is drawn over its own range (as any unit's) instead of 0..1.05,
+    // and its axis is titled with the quantity's name alone.
+    VYR_OPTION_UNITLESS_RANGE = 1 << 4,
+    // Everything above: what the tools show unless asked for the classic picture.
+    VYR_OPTIONS_EXPLAINED = (1 << 5) - 1
+};
 
 class VYRBASE_API VyrDiagram : public VyrObserver, public VyrObservable {
 public:
@@ -162,6 +190,16 @@ public:
     void SetAxisColour(const wxColour& c) { m_colourAxis = c; }
     bool IsXYMode() const { return m_bXYMode; }
 
+    // Bits of VyrDiagramOption. Changing them does not recompute anything but the ranges of a
+    // quantity without a unit (VYR_OPTION_UNITLESS_RANGE), which are recomputed at once.
+    int GetOptions() const { return m_iOptions; }
+    bool HasOption(int option) const { return (m_iOptions & option) != 0; }
+    void SetOptions(int options);
+    // The rectangle last given to Move. Without VYR_OPTION_TIDY_LAYOUT and
+    // VYR_OPTION_UNIT_SCALES it is the plot rectangle; with them Paint lays the plot out inside
+    // it and the plot rectangle (GetRect) is what is left for the data.
+    const wxRect& GetArea() const { return m_rectArea; }
+
     // ---- Painting --------------------------------------------------------------------------
 
     // Draws the whole diagram on `dc`: axes, graph object, curves with their notes, title,
@@ -258,6 +296,32 @@ private:
     wxPoint GetTextPos(int x, int y, int width, int height, bool toRight, bool below);
     void PaintOutilIntervals(wxDC* dc);
     void PaintOutilInterval(wxDC* dc, VyrOutilInterval* tool);
+
+    // The layout of the explained picture (VyrDiagramLayout.cpp): the plot rectangle inside the
+    // area, the heading above it and the scales of the other Y units beside it. The text boxes
+    // placed so far live in m_pTextBoxes while Paint runs (null otherwise, and in the classic
+    // picture), so that each later text can step aside or be left out.
+    void LayOut(wxDC* dc);
+    void PaintHeading(wxDC* dc);
+    void PaintUnitScales(wxDC* dc);
+    void PaintLegend(wxDC* dc);
+    // Reserves the boxes of the title, the notes and the interval tools' labels before the
+    // axes are drawn, so that graduation labels give way to them.
+    void ReserveUserTexts(wxDC* dc);
+    void ReserveNotes(wxDC* dc);
+    // The box of a note's `text` near its stored corner, inside the plot and clear of the texts
+    // placed so far; false when there is no such place.
+    bool PlaceNoteBox(wxDC* dc, const wxString& text, wxPoint stored, wxRect& box) const;
+    void ReserveToolLabels(wxDC* dc);
+    // Chooses the legend's box among places inside the plot (VyrDiagramLegend.cpp).
+    void PlaceLegend(wxDC* dc);
+    // The Y units of the plotted curves, the main one first, then in order of discovery.
+    wxArrayString GetPlottedYUnits() const;
+    // A unit as the picture shows it (typeset when VYR_OPTION_TYPESET_UNITS is set).
+    wxString ShowUnit(const wxString& unit) const;
+    // Whether `unit` has a range of its own: every named unit, and the empty one only under
+    // VYR_OPTION_UNITLESS_RANGE (otherwise the main axes fall back to 0..1.05).
+    bool HasOwnRange(const wxString& unit) const;
 
     // GetMultiple as an axis shows it: the divisor of the numbers drawn and the unit label
     // drawn with them, which never disagree. Where GetMultiple's label does not carry its
@@ -364,6 +428,9 @@ private:
     // UpdateScale's lists of the plotted curves' distinct X and Y units (pointers to the
     // vectors' strings, valid during one call), kept to spare their allocation.
     std::vector<const wxString*> m_aScaleUnits[2];
+    int m_iOptions = 0;
+    wxRect m_rectArea;
+    VyrTextBoxes* m_pTextBoxes = nullptr;
 };
 
 #endif
