@@ -2,7 +2,8 @@
 // observes and a 1200 x 800 picture is repainted every 10,000 points (AddPoint in order, and
 // AddSortPoint fed slightly out of order), a 10^7-point recording painted zoomed to 10 %, 1 % and
 // 0.1 % of its X range at its start and in its middle, and a growing 10^7-point recording whose
-// frame is appended to and repainted at full view and zoomed onto its newest points.
+// frame is appended to and repainted at full view and zoomed onto its newest points, and one
+// full-view paint of a recording of 10^4 and 10^6 points.
 #include <climits>
 #include <cmath>
 #include <memory>
@@ -173,6 +174,15 @@ void BM_PaintGrowing(benchmark::State& state) {
     }
 }
 
+// One paint at full view of a recording of range(0) points: what each repaint of the live flow
+// costs once the recording has reached that size.
+void BM_PaintFull(benchmark::State& state) {
+    LiveScene scene(0, 1);
+    scene.Record(static_cast<int>(state.range(0)));
+    for (auto _ : state)
+        scene.Paint();
+}
+
 }  // namespace
 
 BENCHMARK(BM_AppendNotified)
@@ -189,3 +199,4 @@ BENCHMARK(BM_PaintZoomed)
     ->Args({10, 1, 1})
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PaintGrowing)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PaintFull)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMillisecond);

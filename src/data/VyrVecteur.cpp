@@ -13,6 +13,8 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
+#include <new>
 
 namespace {
 // Growth slack of Resize: appending one point at a time reallocates once per 100 points.
@@ -197,6 +199,7 @@ void VyrVecteur::SetVal(int i, double v) {
         return;
     const double old = m_pValues[i];
     m_pValues[i] = v;
+    m_iBlocksKnown = std::min(m_iBlocksKnown, i / kExtremesBlock);
     if (i < m_iRangeCount) {
         RangeRemoved(old);
         RangeAdded(v);
@@ -422,13 +425,47 @@ bool VyrVecteur::IsSortedAscending() const {
     return m_iAscendingCount >= m_iSize;
 }
 
+int VyrVecteur::GetBlockExtremes(const double** extremes) const {
+    *extremes = nullptr;
+    if (!m_pValues || m_bExposed || m_iSize < kExtremesBlock)
+        return 0;
+    const int blocks = m_iSize / kExtremesBlock;
+    if (m_iBlocksKnown < blocks) {
+        try {
+            if (m_blockExtremes.size() < 2 * static_cast<size_t>(blocks))
+                m_blockExtremes.resize(2 * static_cast<size_t>(blocks));
+        } catch (const std::bad_alloc&) {
+            return 0;
+        }
+        for (int b = m_iBlocksKnown; b < blocks; ++b) {
+            const double* v = m_pValues + static_cast<size_t>(b) * kExtremesBlock;
+            double lo = v[0], hi = v[0];
+            bool nan = false;
+            for (int k = 0; k < kExtremesBlock; ++k) {
+                const double x = v[k];
+                nan |= x != x;
+                lo = x < lo ? x : lo;
+                hi = x > hi ? x : hi;
+            }
+            const double none = std::numeric_limits<double>::quiet_NaN();
+            m_blockExtremes[2 * static_cast<size_t>(b)] = nan ? none : lo;
+            m_blockExtremes[2 * static_cast<size_t>(b) + 1] = nan ? none : hi;
+        }
+        m_iBlocksKnown = blocks;
+    }
+    *extremes = m_blockExtremes.data();
+    return blocks;
+}
+
 void VyrVecteur::Forget() const {
+    m_iBlocksKnown = 0;
     m_iRangeCount = -1;
     m_iAscendingCount = 0;
     m_iAscendingChecked = 0;
 }
 
 void VyrVecteur::ForgetFrom(int i) const {
+    m_iBlocksKnown = std::min(m_iBlocksKnown, std::max(i, 0) / kExtremesBlock);
     m_iAscendingCount = std::min(m_iAscendingCount, i);
     m_iAscendingChecked = std::min(m_iAscendingChecked, i);
 }

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -49,6 +51,7 @@ public:
         m_pMaskY = vy->GetValidity();
         m_iCount = std::max(0, std::min(vx->GetSize(), vy->GetSize()));
         m_pVx = vx;
+        m_pVy = vy;
         m_iEnd = m_iCount;
     }
 
@@ -125,11 +128,27 @@ public:
             ++j;
         if (j < limit && (j & 7) != 0)
             return j;  // stopped at an invalid point
+        while (j + 64 <= limit && AllValid8(*m_pMaskX, j >> 3) && AllValid8(*m_pMaskY, j >> 3))
+            j += 64;
         while (j + 8 <= limit && AllValid(*m_pMaskX, j >> 3) && AllValid(*m_pMaskY, j >> 3))
             j += 8;
         while (j < limit && IsValid(j))
             ++j;
         return j;
+    }
+    // The extremes of X's and Y's blocks of VyrVecteur::kExtremesBlock points (see
+    // VyrVecteur::GetBlockExtremes), when X ascends, so that the points of one pixel column
+    // are consecutive and a block lies on a column when its extremes do; else none. Answers
+    // the number of blocks both vectors know.
+    int BlockExtremes(const double** xExtremes, const double** yExtremes) const {
+        *xExtremes = *yExtremes = nullptr;
+        if (!m_pVx || !m_pVy || !m_pX || !m_pY || !m_pVx->IsSortedAscending())
+            return 0;
+        const int count =
+            std::min(m_pVx->GetBlockExtremes(xExtremes), m_pVy->GetBlockExtremes(yExtremes));
+        if (count == 0)
+            *xExtremes = *yExtremes = nullptr;
+        return count;
     }
     const double* GetXs() const { return m_pX; }
     const double* GetYs() const { return m_pY; }
@@ -173,6 +192,18 @@ private:
     static bool AllValid(const VyrBitMask& mask, int k) {
         return k >= mask.GetSize() || mask[k] == 0;
     }
+    // The 64 points of mask bytes k..k+7 are all valid.
+    static bool AllValid8(const VyrBitMask& mask, int k) {
+        if (k + 8 <= mask.GetSize()) {
+            uint64_t word;
+            std::memcpy(&word, mask.GetBytes() + k, sizeof word);
+            return word == 0;
+        }
+        for (int b = k; b < k + 8; ++b)
+            if (!AllValid(mask, b))
+                return false;
+        return true;
+    }
 
     VyrWorldTransform m_world;
     const double* m_pX = nullptr;
@@ -181,6 +212,7 @@ private:
     const VyrBitMask* m_pMaskY = nullptr;
     int m_iCount = 0;
     const VyrVecteur* m_pVx = nullptr;
+    const VyrVecteur* m_pVy = nullptr;
     int m_iBegin = 0;
     int m_iEnd = 0;
     // Ranges [first, end) of points the walk skips, ascending; the one SkipFrom reached.

@@ -15,6 +15,7 @@
 #include <wx/pen.h>
 
 #include "diagram/VyrCurvePoints.h"
+#include "diagram/VyrLineBatch.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/diagram/VyrDiagram.h"
@@ -128,8 +129,42 @@ struct ColumnTail {
     bool taken = false;  // at least one point was taken
 
     // Takes the points from i while their X lies in [from, to] and before `end`; answers the
-    // first index not taken.
-    int Extend(const double* xs, const double* ys, int i, int end) {
+    // first index not taken. Given the extremes of X's and Y's blocks (blockCount of them; X
+    // ascends: see VyrCurvePoints::BlockExtremes), a whole block whose X extremes lie in the
+    // column is taken from its Y extremes, which are those of its points: a column of a dense
+    // recording costs its blocks, read from two small arrays in order, not its points. A block
+    // holding a NaN is taken point by point, which notes the NaN.
+    int Extend(const double* xs, const double* ys, int i, int end, const double* xBlocks,
+               const double* yBlocks, int blockCount) {
+        if (!xBlocks || !yBlocks)
+            return ExtendPoints(xs, ys, i, end);
+        const int size = VyrVecteur::kExtremesBlock;
+        while (i < end) {
+            const int b = i / size;
+            if (i % size == 0 && b < blockCount && end - i >= size && xBlocks[2 * b] >= from &&
+                xBlocks[2 * b + 1] <= to) {
+                const double lo = yBlocks[2 * b], hi = yBlocks[2 * b + 1];
+                if (lo != lo) {
+                    ExtendPoints(xs, ys, i, i + size);
+                } else {
+                    low = lo < low ? lo : low;
+                    high = hi > high ? hi : high;
+                    taken = true;
+                }
+                i += size;
+                continue;
+            }
+            // Point by point up to the next block.
+            const int stop = std::min(end, (b + 1) * size);
+            const int next = ExtendPoints(xs, ys, i, stop);
+            if (next < stop)
+                return next;  // a point off the column
+            i = next;
+        }
+        return i;
+    }
+
+    int ExtendPoints(const double* xs, const double* ys, int i, int end) {
         const int start = i;
         double lo = low, hi = high;
         bool gap = nan;
@@ -222,6 +257,10 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
     bool repeated = false;    // the run holds more than one point
     ColumnTail tail;          // the run's points after its first, taken by the tight pass
     wxPoint previous(-1, 0);  // the last point of the run before (x == -1: none)
+    VyrLineBatch lines(dc);
+    const double* xBlocks = nullptr;
+    const double* yBlocks = nullptr;
+    const int blockCount = points.BlockExtremes(&xBlocks, &yBlocks);
 
     auto flush = [&]() {
         if (!haveRun)
@@ -232,9 +271,9 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
             repeated = true;
         }
         if (previous.x != -1)
-            dc->DrawLine(previous, first);
+            lines.Line(previous, first);
         if (repeated && first.x != -1)
-            dc->DrawLine(first.x, low, first.x, high);
+            lines.Line(first.x, low, first.x, high);
         previous = points.Pixel(lastIndex);
     };
 
@@ -251,7 +290,7 @@ void DrawJoinedColumns(wxDC* dc, const VyrCurvePoints& points) {
         // Every point of [i, end) is drawable.
         while (i < end) {
             if (haveRun && tail.from <= tail.to) {
-                const int next = tail.Extend(xs, ys, i, end);
+                const int next = tail.Extend(xs, ys, i, end, xBlocks, yBlocks, blockCount);
                 if (next > i) {
                     lastIndex = next - 1;
                     i = next;
@@ -310,6 +349,7 @@ void VyrDiagram::PaintCurveLine(wxDC* dc, VyrCourbe* courbe) {
 void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
     const int axisRow = m_ptOrigin.y;
@@ -322,7 +362,7 @@ void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
     int low = axisRow, high = axisRow;
     auto flush = [&]() {
         if (inColumn && (low < drawnLow || high > drawnHigh))
-            dc->DrawLine(columnX, low, columnX, high);
+            lines.Line(columnX, low, columnX, high);
         inColumn = false;
     };
     for (int i = points.Begin(); i < points.End(); i = points.Next(i)) {
@@ -343,15 +383,15 @@ void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
             if (!drawn) {
                 // The first bar of the column, as it is: a column of one point costs what
                 // it always did.
-                dc->DrawLine(previousX, p.y, previousX, axisRow);
-                dc->DrawLine(p.x, p.y, p.x, axisRow);
-                dc->DrawLine(previousX, p.y, p.x, p.y);
+                lines.Line(previousX, p.y, previousX, axisRow);
+                lines.Line(p.x, p.y, p.x, axisRow);
+                lines.Line(previousX, p.y, p.x, p.y);
                 drawn = true;
                 drawnLow = std::min(p.y, axisRow);
                 drawnHigh = std::max(p.y, axisRow);
             } else if (previousX != p.x) {
-                dc->DrawLine(previousX, p.y, previousX, axisRow);
-                dc->DrawLine(previousX, p.y, p.x, p.y);
+                lines.Line(previousX, p.y, previousX, axisRow);
+                lines.Line(previousX, p.y, p.x, p.y);
             }
             low = std::min(low, p.y);
             high = std::max(high, p.y);
@@ -371,6 +411,7 @@ void VyrDiagram::PaintCurveHisto(wxDC* dc, VyrCourbe* courbe) {
 void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
     bool havePrevious = false;
@@ -383,7 +424,7 @@ void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
     int low = 0, high = 0;
     auto flush = [&]() {
         if (inColumn && steps && (!drawn || low < drawnLow || high > drawnHigh))
-            dc->DrawLine(previous.x, low, previous.x, high);
+            lines.Line(previous.x, low, previous.x, high);
         inColumn = false;
     };
     for (int i = points.Begin(); i < points.End(); i = points.Next(i)) {
@@ -407,8 +448,8 @@ void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
             if (havePrevious) {
                 // The step into the column, as it is: a column of one point costs what it
                 // always did.
-                dc->DrawLine(previous.x, previous.y, p.x, previous.y);
-                dc->DrawLine(p.x, previous.y, p.x, p.y);
+                lines.Line(previous.x, previous.y, p.x, previous.y);
+                lines.Line(p.x, previous.y, p.x, p.y);
                 drawn = steps = true;
                 low = drawnLow = std::min(previous.y, p.y);
                 high = drawnHigh = std::max(previous.y, p.y);
@@ -423,57 +464,63 @@ void VyrDiagram::PaintCurveLineHV(wxDC* dc, VyrCourbe* courbe) {
 void VyrDiagram::PaintCurveVSegment(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const int axisRow = m_ptOrigin.y;
     // Verticals: a point draws on its own column only.
     VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
-    ForEachValidPixel(points, [&](const wxPoint& p) { dc->DrawLine(p.x, p.y, p.x, axisRow); });
+    ForEachValidPixel(points, [&](const wxPoint& p) { lines.Line(p.x, p.y, p.x, axisRow); });
 }
 
 void VyrDiagram::PaintCurveHSegment(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const int axisColumn = m_ptOrigin.x;
     ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}),
-                      [&](const wxPoint& p) { dc->DrawLine(p.x, p.y, axisColumn, p.y); });
+                      [&](const wxPoint& p) { lines.Line(p.x, p.y, axisColumn, p.y); });
 }
 
 void VyrDiagram::PaintCurveHVSegment(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const wxPoint origin = m_ptOrigin;
     ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}), [&](const wxPoint& p) {
-        dc->DrawLine(p.x, p.y, p.x, origin.y);
-        dc->DrawLine(p.x, p.y, origin.x, p.y);
+        lines.Line(p.x, p.y, p.x, origin.y);
+        lines.Line(p.x, p.y, origin.x, p.y);
     });
 }
 
 void VyrDiagram::PaintCurveVLine(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const int top = m_rectPlot.y;
     const int bottom = m_rectPlot.y + m_rectPlot.height - 1;
     VyrCurvePoints points(courbe, {m_dAx, m_dBx, m_dAy, m_dBy});
     VyrKeepVisibleColumns(points, dc, VyrFigureReach(courbe->GetWidth(), m_iLineScale));
-    ForEachValidPixel(points, [&](const wxPoint& p) { dc->DrawLine(p.x, top, p.x, bottom); });
+    ForEachValidPixel(points, [&](const wxPoint& p) { lines.Line(p.x, top, p.x, bottom); });
 }
 
 void VyrDiagram::PaintCurveHLine(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const int left = m_rectPlot.x;
     const int right = m_rectPlot.x + m_rectPlot.width - 1;
     ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}),
-                      [&](const wxPoint& p) { dc->DrawLine(left, p.y, right, p.y); });
+                      [&](const wxPoint& p) { lines.Line(left, p.y, right, p.y); });
 }
 
 void VyrDiagram::PaintCurveHVLine(wxDC* dc, VyrCourbe* courbe) {
     if (!dc || !courbe)
         return;
+    VyrLineBatch lines(dc);
     const wxRect& r = m_rectPlot;
     ForEachValidPixel(VyrCurvePoints(courbe, {m_dAx, m_dBx, m_dAy, m_dBy}), [&](const wxPoint& p) {
-        dc->DrawLine(p.x, r.y, p.x, r.y + r.height - 1);
-        dc->DrawLine(r.x, p.y, r.x + r.width - 1, p.y);
+        lines.Line(p.x, r.y, p.x, r.y + r.height - 1);
+        lines.Line(r.x, p.y, r.x + r.width - 1, p.y);
     });
 }
 

@@ -11,8 +11,6 @@
 #include <new>
 #include <vector>
 
-#include <cairo.h>
-
 #include <wx/brush.h>
 #include <wx/dc.h>
 #include <wx/dcgraph.h>
@@ -21,6 +19,7 @@
 #include <wx/pen.h>
 
 #include "diagram/VyrCurvePoints.h"
+#include "diagram/VyrImageTarget.h"
 #include "diagram/VyrPixelBlend.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrVecteur.h"
@@ -148,9 +147,8 @@ void SelectTool(wxDC* dc, const MarkerTool& tool, const wxColour& colour, int w,
 // renderer's rounding, in the order the markers come: the same pixels as drawing each of them,
 // at the cost of a few integer operations per pixel instead of a figure through the toolkit.
 //
-// Only an image surface of 32-bit pixels drawn through cairo, with a whole-pixel translation,
-// no clipping other than one rectangle and the default "over" operator qualifies; any other
-// context (a vector surface, a printer, a scaled one) draws the markers themselves.
+// Only an image that qualifies as a VyrImageTarget is stamped; any other context (a vector
+// surface, a printer, a scaled one) draws the markers themselves.
 class MarkerStamp {
 public:
     // Learns the marker's coverage by drawing it (paint(dc, centre)) on a small image of the
@@ -158,21 +156,13 @@ public:
     // when the target does not qualify; then nothing is to be stamped.
     template <typename PaintOne>
     bool Learn(wxDC* dc, const wxColour& colour, int reach, PaintOne paint) {
-        wxGraphicsContext* gc = dc ? dc->GetGraphicsContext() : nullptr;
-        if (!gc || gc->GetRenderer() != wxGraphicsRenderer::GetCairoRenderer() || !colour.IsOk() ||
-            colour.Alpha() != wxALPHA_OPAQUE || dc->GetLogicalFunction() != wxCOPY)
+        if (!m_target.Take(dc, colour) ||
+            !LearnStamp(m_target.antialias, m_target.offset, reach, paint))
             return false;
-        cairo_t* cr = static_cast<cairo_t*>(gc->GetNativeContext());
-        if (!cr || cairo_status(cr) != CAIRO_STATUS_SUCCESS ||
-            cairo_get_operator(cr) != CAIRO_OPERATOR_OVER || !Target(cr) ||
-            !LearnStamp(gc->GetAntialiasMode(), reach, paint))
-            return false;
-        // In the image's byte order: blue, green, red, alpha.
-        const uint8_t bytes[4] = {colour.Blue(), colour.Green(), colour.Red(), 255};
         int left = 0, right = 0, top = 0, bottom = 0;
         for (Cell& cell : m_cells) {
-            cell.colour = VyrPixelBlend::ColourShare(bytes, 255u - cell.keep);
-            cell.offset = ptrdiff_t(cell.dy) * m_stride + ptrdiff_t(cell.dx) * 4;
+            cell.colour = VyrPixelBlend::ColourShare(m_target.colourBytes, 255u - cell.keep);
+            cell.offset = ptrdiff_t(cell.dy) * m_target.stride + ptrdiff_t(cell.dx) * 4;
             left = std::min(left, cell.dx);
             right = std::max(right, cell.dx);
             top = std::min(top, cell.dy);
@@ -180,36 +170,37 @@ public:
         }
         // The centres whose every cell lies inside the clip (empty when the clip is narrower
         // than the marker).
-        m_whole = wxRect(wxPoint(m_clip.x - left, m_clip.y - top),
-                         wxPoint(m_clip.GetRight() - right, m_clip.GetBottom() - bottom));
-        cairo_surface_flush(m_surface);
+        const wxRect& clip = m_target.clip;
+        m_whole = wxRect(wxPoint(clip.x - left, clip.y - top),
+                         wxPoint(clip.GetRight() - right, clip.GetBottom() - bottom));
+        m_target.Flush();
         return true;
     }
 
     // Blends the marker at p (logical coordinates) into the image, inside the clip.
     void Stamp(const wxPoint& p) {
-        const int cx = p.x + m_shift.x;
-        const int cy = p.y + m_shift.y;
+        const int cx = p.x + m_target.shift.x;
+        const int cy = p.y + m_target.shift.y;
         if (cx >= m_whole.x && cx <= m_whole.GetRight() && cy >= m_whole.y &&
             cy <= m_whole.GetBottom()) {
             // The usual case: the whole marker lies inside the clip.
-            uint8_t* centre = m_data + ptrdiff_t(cy) * m_stride + ptrdiff_t(cx) * 4;
+            uint8_t* centre = m_target.At(cx, cy);
             for (const Cell& cell : m_cells)
                 VyrPixelBlend::Over(centre + cell.offset, cell.keep, cell.colour);
             return;
         }
+        const wxRect& clip = m_target.clip;
         for (const Cell& cell : m_cells) {
             const int x = cx + cell.dx;
             const int y = cy + cell.dy;
-            if (x < m_clip.x || x > m_clip.GetRight() || y < m_clip.y || y > m_clip.GetBottom())
+            if (x < clip.x || x > clip.GetRight() || y < clip.y || y > clip.GetBottom())
                 continue;
-            VyrPixelBlend::Over(m_data + ptrdiff_t(y) * m_stride + ptrdiff_t(x) * 4, cell.keep,
-                                cell.colour);
+            VyrPixelBlend::Over(m_target.At(x, y), cell.keep, cell.colour);
         }
     }
 
     // Tells the surface that its memory was written behind its back.
-    void Finish() { cairo_surface_mark_dirty(m_surface); }
+    void Finish() { m_target.MarkDirty(); }
 
 private:
     struct Cell {
@@ -219,51 +210,8 @@ private:
         uint32_t colour;   // the colour's share of the pixel (VyrPixelBlend::ColourShare)
     };
 
-    // Takes the image behind the context: its memory, the device shift of logical coordinates
-    // (whole pixels only) and the clip as one device rectangle within the image.
-    bool Target(cairo_t* cr) {
-        cairo_surface_t* surface = cairo_get_target(cr);
-        if (cairo_surface_get_type(surface) != CAIRO_SURFACE_TYPE_IMAGE)
-            return false;
-        const cairo_format_t format = cairo_image_surface_get_format(surface);
-        if (format != CAIRO_FORMAT_ARGB32 && format != CAIRO_FORMAT_RGB24)
-            return false;
-        cairo_matrix_t m;
-        cairo_get_matrix(cr, &m);
-        double ox = 0, oy = 0;
-        cairo_surface_get_device_offset(surface, &ox, &oy);
-        const double tx = m.x0 + ox;
-        const double ty = m.y0 + oy;
-        if (m.xx != 1.0 || m.yy != 1.0 || m.xy != 0.0 || m.yx != 0.0 || tx != std::floor(tx) ||
-            ty != std::floor(ty) || std::fabs(tx) > 1e6 || std::fabs(ty) > 1e6)
-            return false;
-        m_shift = wxPoint(static_cast<int>(tx), static_cast<int>(ty));
-        m_clip = wxRect(0, 0, cairo_image_surface_get_width(surface),
-                        cairo_image_surface_get_height(surface));
-        cairo_rectangle_list_t* clips = cairo_copy_clip_rectangle_list(cr);
-        bool ok = clips && clips->status == CAIRO_STATUS_SUCCESS && clips->num_rectangles <= 1;
-        if (ok && clips->num_rectangles == 1) {
-            // In user space; whole pixels only, else its edges would be blended.
-            const cairo_rectangle_t& c = clips->rectangles[0];
-            ok = c.x == std::floor(c.x) && c.y == std::floor(c.y) &&
-                 c.width == std::floor(c.width) && c.height == std::floor(c.height) &&
-                 std::fabs(c.x) < 1e6 && std::fabs(c.y) < 1e6 && c.width < 1e6 && c.height < 1e6;
-            if (ok)
-                m_clip.Intersect(wxRect(static_cast<int>(c.x) + m_shift.x,
-                                        static_cast<int>(c.y) + m_shift.y,
-                                        static_cast<int>(c.width), static_cast<int>(c.height)));
-        }
-        cairo_rectangle_list_destroy(clips);
-        if (!ok)
-            return false;
-        m_surface = surface;
-        m_data = cairo_image_surface_get_data(surface);
-        m_stride = cairo_image_surface_get_stride(surface);
-        return m_data != nullptr;
-    }
-
     template <typename PaintOne>
-    bool LearnStamp(wxAntialiasMode antialias, int reach, PaintOne paint) {
+    bool LearnStamp(wxAntialiasMode antialias, bool offset, int reach, PaintOne paint) {
         if (reach < 0 || reach > kMaxReach)
             return false;
         const int side = 2 * reach + 1;
@@ -275,6 +223,7 @@ private:
                 return false;
             wxGCDC stampDc(gc);
             gc->SetAntialiasMode(antialias);
+            gc->EnableOffset(offset);
             paint(&stampDc, wxPoint(reach, reach));
         }
         // White over black: each pixel is the fraction of it that the marker covers.
@@ -298,11 +247,7 @@ private:
 
     // Wider markers (curve widths of hundreds of pixels) are drawn one by one.
     static constexpr int kMaxReach = 64;
-    cairo_surface_t* m_surface = nullptr;
-    uint8_t* m_data = nullptr;
-    int m_stride = 0;
-    wxPoint m_shift;
-    wxRect m_clip;
+    VyrImageTarget m_target;
     wxRect m_whole;  // the centres of markers that lie wholly inside the clip
     std::vector<Cell> m_cells;
 };

@@ -768,3 +768,99 @@ TEST(VyrVecteurRanges, NanFirstValueStaysTheAnswer) {
     EXPECT_EQ(v.GetMin(), 1.0);
     EXPECT_EQ(v.GetMax(), 5.0);
 }
+
+namespace {
+
+// The lowest and highest value of block b by a walk (both NaN when it holds a NaN).
+void WalkBlock(const VyrVecteur& v, int b, double& lo, double& hi) {
+    const double* values = v.GetArea();
+    const int first = b * VyrVecteur::kExtremesBlock;
+    lo = hi = values[first];
+    for (int i = first; i < first + VyrVecteur::kExtremesBlock; ++i) {
+        const double x = values[i];
+        if (x != x) {
+            lo = hi = x;
+            return;
+        }
+        lo = std::min(lo, x);
+        hi = std::max(hi, x);
+    }
+}
+
+}  // namespace
+
+// The block extremes answer, after any sequence of appends, sorted inserts, sets, removals,
+// shrinks and writes through the storage, exactly what a walk over each block gives.
+TEST(VyrVecteurRanges, BlockExtremesAreTheWalksAfterEveryChange) {
+    std::mt19937 rng(2526);
+    for (int round = 0; round < 12; ++round) {
+        VyrVecteur v(1, nullptr);
+        const VyrVecteur& cv = v;
+        int mostBlocks = 0;
+        for (int step = 0; step < 1500; ++step) {
+            const int size = v.GetSize();
+            const int op = static_cast<int>(rng() % 12);
+            const double x = DrawValue(rng);
+            if (op <= 5 || size == 0) {
+                v.Resize(size + 1);
+                v.SetVal(size, x);
+            } else if (op == 6) {
+                int pos = 0;
+                if (!v.GetSortPosition(x, &pos)) {
+                    v.Resize(size + 1);
+                    v.InsertVal(pos, x);
+                }
+            } else if (op == 7) {
+                v.SetVal(static_cast<int>(rng() % size), x);
+            } else if (op == 8) {
+                v.RemoveValAt(static_cast<int>(rng() % size));
+            } else if (op == 9 && rng() % 40 == 0) {
+                v.Resize(static_cast<int>(rng() % (size + 1)));
+            } else if (op == 10) {
+                v.GetArea()[rng() % size] = x;
+                v.ValuesChanged();
+            } else {
+                v.ValidateAt(static_cast<int>(rng() % size), rng() % 2 == 0);
+            }
+            const double* extremes = nullptr;
+            const int blocks = cv.GetBlockExtremes(&extremes);
+            ASSERT_EQ(blocks, v.GetSize() / VyrVecteur::kExtremesBlock)
+                << "round " << round << " step " << step;
+            mostBlocks = std::max(mostBlocks, blocks);
+            for (int b = 0; b < blocks; ++b) {
+                double lo, hi;
+                WalkBlock(cv, b, lo, hi);
+                ASSERT_TRUE(lo != lo ? extremes[2 * b] != extremes[2 * b] : extremes[2 * b] == lo)
+                    << "round " << round << " step " << step << " block " << b;
+                ASSERT_TRUE(hi != hi ? extremes[2 * b + 1] != extremes[2 * b + 1]
+                                     : extremes[2 * b + 1] == hi)
+                    << "round " << round << " step " << step << " block " << b;
+            }
+        }
+        EXPECT_GE(mostBlocks, 4);
+    }
+}
+
+// While write access is out no block is answered; once the values are handed back the blocks
+// are those of the values written.
+TEST(VyrVecteurRanges, BlockExtremesWaitForWrittenValuesToBeHandedBack) {
+    VyrVecteur v(1, nullptr);
+    v.Resize(200);
+    for (int i = 0; i < 200; ++i)
+        v.SetVal(i, i);
+    const VyrVecteur& cv = v;
+    const double* extremes = nullptr;
+    ASSERT_EQ(cv.GetBlockExtremes(&extremes), 3);
+    EXPECT_EQ(extremes[0], 0.0);
+    EXPECT_EQ(extremes[1], 63.0);
+    EXPECT_EQ(extremes[5], 191.0);
+    v[70] = -5.0;
+    EXPECT_EQ(cv.GetBlockExtremes(&extremes), 0);
+    v.ValuesChanged();
+    ASSERT_EQ(cv.GetBlockExtremes(&extremes), 3);
+    EXPECT_EQ(extremes[2], -5.0);
+    EXPECT_EQ(extremes[3], 127.0);
+    // Fewer points than a block: none.
+    v.Resize(63);
+    EXPECT_EQ(cv.GetBlockExtremes(&extremes), 0);
+}

@@ -389,3 +389,97 @@ TEST(VyrDiagramLines, DenseJoiningStylesArePixelIdenticalToEverySegmentWithoutAn
         }
     }
 }
+
+namespace {
+
+// The points of the curve as its vectors hold them now.
+Points CurrentPoints(VyrCourbe* c) {
+    Points pts;
+    for (int i = 0; i < static_cast<int>(c->GetSize()); ++i)
+        pts.push_back({c->GetVx()->GetVal(i), c->GetVy()->GetVal(i)});
+    return pts;
+}
+
+}  // namespace
+
+// A dense recording whose X ascends: each pixel column takes its whole blocks of points from
+// the Y vector's block extremes. Without antialiasing this is pixel-identical to drawing every
+// segment: with invalid points and NaN values among the blocks, and again after points are
+// appended to the painted curve and after values inside it are set, inserted and removed.
+TEST(VyrDiagramLines, DenseAscendingLineFromBlockExtremesIsPixelIdenticalToEverySegment) {
+    const wxSize size(500, 260);
+    const int n = 200000;
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    std::mt19937 random(99);
+    std::uniform_real_distribution<double> noise(-25.0, 25.0);
+    auto at = [&](int i) {
+        const double x = -60.0 + 480.0 * i / n;
+        return std::make_pair(x, 100 + 60 * std::sin(x / 15.0) + noise(random));
+    };
+    Points pts;
+    for (int i = 0; i < n; ++i)
+        pts.push_back(at(i));
+    for (int i = 50000; i < 60000; ++i)
+        pts[i].second = 150.0;  // flat: every point of those columns on one pixel
+    for (int i = 20011; i < n; i += 7919)
+        pts[i].second = nan;
+    for (int width : {1, 2}) {
+        SCOPED_TRACE(testing::Message() << "width " << width);
+        PaintScene scene;
+        VyrCourbe* c = ShowCurve(scene, 1, pts, width);
+        scene.Frame(wxRect(50, 20, 401, 201), 0.0, 400.0, -50.0, 200.0);
+        for (int i = 31; i < n; i += 4099)
+            PaintScene::SetValid(c, i, false);
+        VyrDiagram& diagram = scene.Diagram();
+        const wxPen pen(kGreen, width, wxPENSTYLE_SOLID);
+        auto check = [&](const char* stage) {
+            SCOPED_TRACE(stage);
+            ASSERT_TRUE(c->GetVx()->IsSortedAscending());
+            const double* extremes = nullptr;
+            ASSERT_GE(static_cast<const VyrVecteur*>(c->GetVy())->GetBlockExtremes(&extremes),
+                      n / 64);
+            const wxImage reduced = PaintToImage(
+                size,
+                [&](wxDC& dc) {
+                    dc.SetPen(pen);
+                    VyrDiagramTestAccess::PaintLine(diagram, 1, &dc, c);
+                },
+                false);
+            const Points now = CurrentPoints(c);
+            const wxImage everySegment = PaintToImage(
+                size,
+                [&](wxDC& dc) {
+                    dc.SetPen(pen);
+                    DrawEverySegment(dc, 1, now, c, diagram);
+                },
+                false);
+            EXPECT_EQ(CountDifferentPixels(reduced, everySegment, 0), 0);
+            EXPECT_GT(CountDifferentPixels(reduced,
+                                           PaintToImage(
+                                               size, [](wxDC&) {}, false),
+                                           0),
+                      3000);
+        };
+        check("as recorded");
+        // Appended one at a time after a paint, further to the right.
+        for (int i = 0; i < 20000; ++i) {
+            const std::pair<double, double> p = at(n + i);
+            scene.Doc().AddPoint(c, p.first, p.second, false);
+        }
+        check("appended");
+        // A spike set inside a block, a block's lowest value raised.
+        c->GetVy()->SetVal(100005, 190.0);
+        c->GetVy()->SetVal(150010, -40.0);
+        check("set");
+        // A point inserted and one removed in the middle (X stays ascending).
+        const int size0 = static_cast<int>(c->GetSize());
+        for (VyrVecteur* v : {c->GetVx(), c->GetVy()})
+            v->Resize(size0 + 1);
+        c->GetVx()->InsertVal(120000, c->GetVx()->GetVal(120000));
+        c->GetVy()->InsertVal(120000, -45.0);
+        check("inserted");
+        c->GetVx()->RemoveValAt(80000);
+        c->GetVy()->RemoveValAt(80000);
+        check("removed");
+    }
+}

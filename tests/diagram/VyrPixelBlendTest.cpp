@@ -78,3 +78,28 @@ TEST(VyrPixelBlend, FullCoverWritesTheColourAndHalfCoverMixes) {
     EXPECT_EQ(white[2], 142);  // 15.1 + 127.0
     EXPECT_EQ(white[3], 255);
 }
+
+// Two pixels side by side blended at once are the bytes of two Overs, for every keep of either
+// pixel over pixels of every byte value.
+TEST(VyrPixelBlend, OverPairIsTwoOvers) {
+    const uint8_t colour[4] = {17, 200, 90, 255};
+    long compared = 0;
+    for (uint32_t keep0 = 0; keep0 < 255; keep0 += 3) {
+        for (uint32_t keep1 = 0; keep1 < 255; keep1 += 7) {
+            const uint32_t share0 = ColourShare(colour, 255u - keep0);
+            const uint32_t share1 = ColourShare(colour, 255u - keep1);
+            for (uint32_t b = 0; b < 256; b += 5) {
+                uint8_t pair[8], single[8];
+                for (int k = 0; k < 8; ++k)
+                    pair[k] = single[k] = static_cast<uint8_t>((b + 37 * k) & 0xFF);
+                VyrPixelBlend::OverPair(pair, keep0, share0, keep1, share1);
+                Over(single, keep0, share0);
+                Over(single + 4, keep1, share1);
+                ASSERT_EQ(std::memcmp(pair, single, 8), 0)
+                    << "keeps " << keep0 << ", " << keep1 << ", byte " << b;
+                ++compared;
+            }
+        }
+    }
+    EXPECT_GT(compared, 100000);
+}

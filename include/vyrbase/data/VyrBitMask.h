@@ -42,6 +42,8 @@ public:
     // set. Walks only the bytes changed or added since it last answered, so that a vector that
     // grows one valid point at a time answers "is every point valid" in constant time.
     int FindFirstUnset() const;
+    // The GetSize() bytes held (null when none), for walks that test many points at once.
+    const unsigned char* GetBytes() const { return m_pBytes; }
 
     // Bits first..end-2 move one place up (bit k+1 takes bit k); bit `first` keeps its state
     // and bit end-1 is overwritten. Used to insert a point. Ignored unless 0 <= first < end and

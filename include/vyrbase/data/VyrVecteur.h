@@ -4,6 +4,8 @@
 #ifndef VYRBASE_DATA_VYRVECTEUR_H
 #define VYRBASE_DATA_VYRVECTEUR_H
 
+#include <vector>
+
 #include <wx/dynarray.h>
 #include <wx/string.h>
 
@@ -97,6 +99,15 @@ public:
     // ascends). Known in constant time for a vector kept in order by appends and sorted
     // inserts; otherwise found by walking the values from where it was last known.
     bool IsSortedAscending() const;
+    // The lowest and highest value of each whole block of kExtremesBlock consecutive values
+    // from the first (both NaN for a block that holds a NaN, invalid points included), two
+    // doubles per block in *extremes; answers the number of blocks (size / kExtremesBlock), or
+    // 0 while write access is out (see GetArea) or when memory is short. For painters that
+    // take the extremes of many points a block at a time. Kept as the vector changes: the
+    // blocks at and after a change are found again when next asked, so a vector growing one
+    // point at a time pays for its new blocks only. The pointer holds until the next change.
+    static const int kExtremesBlock = 64;
+    int GetBlockExtremes(const double** extremes) const;
     // Same size, same unit (case included) and exactly equal values. Quantity names and
     // validity are not compared.
     bool IsEqual(VyrVecteur* other) const;
@@ -150,6 +161,9 @@ private:
     mutable int m_iExtremesSize = 0;
     mutable double m_dMin = 0.0;
     mutable double m_dMax = 0.0;
+    // GetBlockExtremes: the blocks before m_iBlocksKnown are up to date.
+    mutable std::vector<double> m_blockExtremes;
+    mutable int m_iBlocksKnown = 0;
 };
 
 #endif
