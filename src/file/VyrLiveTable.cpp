@@ -213,7 +213,7 @@ void VyrLiveTable::State::Row(std::string_view line) {
     for (size_t k = 0; k < count; ++k) {
         VyrCourbe* curve = curves[k];
         const double y = slots[k + 1];
-        doc.AddPoint(curve, x, y, false);
+        doc.AddPoint(curve, x, y, true);
         if (!masks[k + 1].IsSet(0)) {
             doc.ValidePoint(curve, false, false);
             ++invalid;

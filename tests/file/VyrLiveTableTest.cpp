@@ -91,7 +91,7 @@ TEST(VyrLiveTable, AHoleHoldsThePreviousNumberAndIsInvalid) {
     EXPECT_EQ(u->GetVal(2), 2.0);
 }
 
-TEST(VyrLiveTable, EachBatchIsAnnouncedOncePerCurve) {
+TEST(VyrLiveTable, EachPointIsNotifiedAndEachBatchAnnouncedOncePerCurve) {
     VyrBaseData doc(nullptr);
     RecordingObserver observer;
     doc.AddObserver(&observer);
@@ -102,19 +102,20 @@ TEST(VyrLiveTable, EachBatchIsAnnouncedOncePerCurve) {
     const std::vector<int> first = observer.Codes();
     EXPECT_EQ(Count(first, VYR_MSG_EXPERIENCE_CREATED), 1u);
     EXPECT_EQ(Count(first, VYR_MSG_CURVE_CREATED), 2u);
-    EXPECT_EQ(Count(first, VYR_MSG_DATA_CHANGED), 2u);
+    // Two rows of two points, then the batch's announcement of each curve.
+    EXPECT_EQ(Count(first, VYR_MSG_DATA_CHANGED), 6u);
     observer.Clear();
     live.Feed("2;3;4\n3;4;5\n4;5", 15);
-    EXPECT_EQ(Count(observer.Codes(), VYR_MSG_DATA_CHANGED), 2u);
-    ASSERT_EQ(observer.messages.size(), 2u);
-    EXPECT_EQ(observer.messages[0].param, Curves(doc)[0]);
-    EXPECT_EQ(observer.messages[1].param, Curves(doc)[1]);
+    EXPECT_EQ(Count(observer.Codes(), VYR_MSG_DATA_CHANGED), 6u);
+    ASSERT_EQ(observer.messages.size(), 6u);
+    for (size_t k = 0; k < 6; ++k)
+        EXPECT_EQ(observer.messages[k].param, Curves(doc)[k % 2]) << k;
     observer.Clear();
     // Nothing complete: nothing to tell.
     live.Feed(";6", 2);
     EXPECT_TRUE(observer.messages.empty());
     live.Finish();
-    EXPECT_EQ(Count(observer.Codes(), VYR_MSG_DATA_CHANGED), 2u);
+    EXPECT_EQ(Count(observer.Codes(), VYR_MSG_DATA_CHANGED), 4u);
     EXPECT_EQ(live.GetRowCount(), 5u);
     doc.RemoveObserver(&observer);
 }

@@ -24,13 +24,16 @@
 // neither rows nor skipped lines.
 //
 // Notifications: CreateExperience and CreateCourbe send codes 13 and 11 when the layout is
-// decided; the points of one Feed (one batch of rows) are announced once per curve with code 1
-// and the curve, as AddPoint's notification would announce each point, so that a source that
-// sends thousands of rows a second does not make every diagram rescan at every point.
+// decided; each point is appended with AddPoint's notification (code 1 and the curve), as an
+// application that acquires its own points does, so that the diagrams follow point by point at
+// the cost of what changed. A cell that is no number is marked invalid after its point came, and
+// at the end of each Feed (one batch of rows) the curves' own scales take the batch's extremes and
+// each curve is announced once more with code 1, so that the marks and scales reach the diagrams.
 //
 // Refused: lines before the first row that are binary (a zero byte) or not in the encoding set
 // stop the reading (GetError; later Feed calls do nothing); after it, such a line is one more
-// line that is no row. A line above VyrTableImport::kMaxLineUnits is skipped. Threads: one thread, the document's. No exceptions: memory running out stops the
+// line that is no row. A line above VyrTableImport::kMaxLineUnits is skipped.
+// Threads: one thread, the document's. No exceptions: memory running out stops the
 // reading with kErrorMemory and the points appended so far stay.
 #ifndef VYRBASE_FILE_VYRLIVETABLE_H
 #define VYRBASE_FILE_VYRLIVETABLE_H
