@@ -40,6 +40,7 @@
 #include "vyrbase/data/VyrVariable.h"
 #include "vyrbase/data/VyrVecteur.h"
 #include "vyrbase/file/VyrEncodeBase64.h"
+#include "vyrbase/file/VyrLiveTable.h"
 #include "vyrbase/file/VyrSafeFile.h"
 #include "vyrbase/file/VyrTableExport.h"
 #include "vyrbase/file/VyrTableImport.h"

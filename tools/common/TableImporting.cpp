@@ -32,10 +32,11 @@ const Named kSeparators[] = {
     {"tab", L'\t'}, {"\\t", L'\t'}, {"\t", L'\t'}, {"blank", L' '}, {"space", L' '}, {" ", L' '},
 };
 
-// Why a table was refused.
-wxString Refusal(const VyrTableImport& import) {
-    const wxString line = wxString::Format("line %zu: ", import.GetErrorLine());
-    switch (import.GetError()) {
+}  // namespace
+
+wxString TableRefusal(VyrTableImport::Error error, size_t line) {
+    const wxString at = wxString::Format("line %zu: ", line);
+    switch (error) {
         case VyrTableImport::kErrorEmpty:
             return "not a table: the file is empty";
         case VyrTableImport::kErrorBinary:
@@ -43,9 +44,9 @@ wxString Refusal(const VyrTableImport& import) {
         case VyrTableImport::kErrorEncoding:
             return "not a table: the bytes are not in the encoding given";
         case VyrTableImport::kErrorLineTooLong:
-            return "not a table: " + line + "longer than 1 MiB";
+            return "not a table: " + at + "longer than 1 MiB";
         case VyrTableImport::kErrorTooManyCells:
-            return "not a table: " + line + "more than 16384 cells";
+            return "not a table: " + at + "more than 16384 cells";
         case VyrTableImport::kErrorNoNumericRow:
             return "not a table: no row of numbers";
         case VyrTableImport::kErrorMemory:
@@ -54,8 +55,6 @@ wxString Refusal(const VyrTableImport& import) {
             return "cannot read the table";
     }
 }
-
-}  // namespace
 
 bool SetEncodingByName(VyrTableImport& import, const wxString& name) {
     const wxString lower = name.Lower();
@@ -107,7 +106,7 @@ LoadResult ImportTable(const wxString& path, VyrTableImport& import, VyrBaseData
                                                 : "cannot open: No such file or directory";
         return LoadResult::CannotRead;
     }
-    reason = Refusal(import);
+    reason = TableRefusal(import.GetError(), import.GetErrorLine());
     return LoadResult::NotADocument;
 }
 

@@ -18,6 +18,9 @@ bool SetEncodingByName(VyrTableImport& import, const wxString& name);
 // One character, or "tab", "\t", "blank", "space" (any case); false for anything the import
 // refuses.
 bool SetSeparatorByName(VyrTableImport& import, const wxString& name);
+// Why a table was refused, as a person reads it ("not a table: no row of numbers"); `line` is
+// the line at fault where the error names one.
+wxString TableRefusal(VyrTableImport::Error error, size_t line = 0);
 // The name of an encoding as the summaries show it ("UTF-8", "UTF-16LE"...).
 const char* EncodingName(VyrTableImport::Encoding encoding);
 

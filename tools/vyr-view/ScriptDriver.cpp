@@ -19,6 +19,7 @@
 #include "DiagramView.h"
 #include "DocumentFrame.h"
 #include "FitDialog.h"
+#include "LiveFollow.h"
 #include "MainFrame.h"
 #include "SidePanel.h"
 #include "ViewerApp.h"
@@ -33,6 +34,9 @@ namespace {
 
 // Time for the windows to be laid out and painted between two commands.
 const int kPauseMs = 150;
+// A wait looks again this often, and fails after this long.
+const int kWaitStepMs = 20;
+const int kWaitLimitMs = 30000;
 
 wxString Rest(const wxArrayString& words, size_t from) {
     wxString rest;
@@ -120,6 +124,13 @@ void ScriptDriver::OnTimer(wxTimerEvent&) {
         std::fflush(stdout);
         if (line == "quit")
             return;
+        if (m_again) {
+            // A wait not yet over: the same line again, soon.
+            m_again = false;
+            --m_next;
+            m_timer.StartOnce(kWaitStepMs);
+            return;
+        }
         m_timer.StartOnce(kPauseMs);
         return;
     }
@@ -188,6 +199,8 @@ const ScriptDriver::CommandEntry ScriptDriver::kCommands[] = {
     {"preview", true, &ScriptDriver::Preview},
     {"state", true, &ScriptDriver::State},
     {"fit", true, &ScriptDriver::Fit},
+    {"wait-rows", true, &ScriptDriver::WaitFollow},
+    {"wait-end", true, &ScriptDriver::WaitFollow},
 };
 
 bool ScriptDriver::Run(const wxString& line, wxString& error) {
@@ -398,6 +411,38 @@ bool ScriptDriver::Preview(const wxArrayString& words, wxString& error) {
 
 bool ScriptDriver::State(const wxArrayString&, wxString&) {
     PrintState();
+    if (LiveFollow* follow = CurrentDocument()->GetFollow())
+        follow->PrintState();
+    return true;
+}
+
+bool ScriptDriver::WaitFollow(const wxArrayString& words, wxString& error) {
+    LiveFollow* follow = CurrentDocument()->GetFollow();
+    long rows = 0;
+    if (words[0] == "wait-rows" && (words.size() != 2 || !words[1].ToLong(&rows) || rows < 0)) {
+        error = "needs N";
+        return false;
+    }
+    if (!follow) {
+        error = "the document follows no recording";
+        return false;
+    }
+    const bool done = words[0] == "wait-rows"
+                          ? follow->GetRowCount() >= static_cast<size_t>(rows)
+                          : follow->GetState() != vyrtools::Recording::kRecording;
+    if (done) {
+        m_waitStart = 0;
+        return true;
+    }
+    if (m_waitStart == 0)
+        m_waitStart = wxGetLocalTimeMillis();
+    if (wxGetLocalTimeMillis() - m_waitStart > kWaitLimitMs) {
+        m_waitStart = 0;
+        error = wxString::Format("still %zu row(s) after %d s", follow->GetRowCount(),
+                                 kWaitLimitMs / 1000);
+        return false;
+    }
+    m_again = true;
     return true;
 }
 

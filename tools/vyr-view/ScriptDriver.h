@@ -35,6 +35,9 @@
 //                          active diagram's zoom: prints "fit: ..." lines of the result (a fit
 //                          without result is reported, not a failure of the script)
 //   state                  prints the viewer's state on the standard output, "key: value"
+//                          (and the follow-... lines of a recording shown live)
+//   wait-rows N | wait-end waits until a recording shown live (--follow) holds N rows, or has
+//                          ended (fails after 30 s)
 //   quit                   closes everything without saving and ends the program (also
 //                          done after the last line)
 //
@@ -44,6 +47,7 @@
 #define VYR_VIEW_SCRIPTDRIVER_H
 
 #include <wx/arrstr.h>
+#include <wx/longlong.h>
 #include <wx/timer.h>
 
 class DiagramCanvas;
@@ -94,12 +98,16 @@ private:
     bool Preview(const wxArrayString& words, wxString& error);
     bool State(const wxArrayString& words, wxString& error);
     bool Fit(const wxArrayString& words, wxString& error);
+    bool WaitFollow(const wxArrayString& words, wxString& error);
     void PrintState();
 
     ViewerApp& m_app;
     wxArrayString m_lines;
     size_t m_next = 0;
     wxTimer m_timer;
+    // A wait command asks to be run again (m_again) until its condition holds.
+    bool m_again = false;
+    wxLongLong m_waitStart = 0;
 };
 
 #endif

@@ -1,5 +1,7 @@
 #include "ViewerApp.h"
 
+#include <cstdio>
+
 #include <wx/cmdline.h>
 #include <wx/cmndata.h>
 #include <wx/docview.h>
@@ -22,6 +24,7 @@ void ViewerApp::OnInitCmdLine(wxCmdLineParser& parser) {
     parser.AddOption("", "script", "run the commands of FILE, then quit", wxCMD_LINE_VAL_STRING);
     parser.AddSwitch("", "plain", "paint the classic picture (no scale per unit, no legend)");
     parser.AddSwitch("", "no-legend", "leave the legend of the curves out");
+    LiveFollow::AddOptions(parser);
     parser.AddParam("document", wxCMD_LINE_VAL_STRING,
                     wxCMD_LINE_PARAM_OPTIONAL | wxCMD_LINE_PARAM_MULTIPLE);
 }
@@ -32,6 +35,11 @@ bool ViewerApp::OnCmdLineParsed(wxCmdLineParser& parser) {
     parser.Found("script", &m_scriptPath);
     m_look.plain = parser.Found("plain");
     m_look.legend = !parser.Found("no-legend");
+    wxString error;
+    if (!LiveFollow::ReadOptions(parser, m_follow, error)) {
+        std::fprintf(stderr, "vyr-view: %s\n", static_cast<const char*>(error.utf8_str()));
+        return false;
+    }
     for (size_t i = 0; i < parser.GetParamCount(); ++i)
         m_files.Add(parser.GetParam(i));
     return true;
@@ -68,6 +76,15 @@ bool ViewerApp::OnInit() {
     for (const wxString& file : m_files)
         if (!m_manager->CreateDocument(file, wxDOC_SILENT) && !m_scriptPath.empty())
             m_exitStatus = 1;
+
+    if (m_follow.wanted) {
+        wxString reason;
+        if (!LiveFollow::Begin(m_manager, m_follow, reason)) {
+            wxLogError("%s: %s", m_follow.source, reason);
+            if (!m_scriptPath.empty())
+                m_exitStatus = 3;
+        }
+    }
 
     if (!m_scriptPath.empty()) {
         m_script = std::make_unique<ScriptDriver>(*this);

@@ -9,6 +9,7 @@
 #include <wx/app.h>
 #include <wx/arrstr.h>
 
+#include "LiveFollow.h"
 #include "PictureOptions.h"
 
 class MainFrame;
@@ -40,6 +41,7 @@ private:
     wxArrayString m_files;
     wxString m_scriptPath;
     PictureOptions m_look;
+    LiveFollow::Options m_follow;
     int m_exitStatus = 0;
 };
 

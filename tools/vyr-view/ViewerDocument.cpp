@@ -8,6 +8,7 @@
 #include "CurveDeletion.h"
 #include "DiagramView.h"
 #include "DocumentLoading.h"
+#include "LiveFollow.h"
 #include "TableImporting.h"
 #include "vyrbase/data/VyrCourbe.h"
 #include "vyrbase/data/VyrExperience.h"
@@ -218,7 +219,13 @@ bool ViewerDocument::DoSaveDocument(const wxString& file) {
     return true;
 }
 
+void ViewerDocument::Follow(std::unique_ptr<LiveFollow> follow) {
+    m_follow = std::move(follow);
+}
+
 bool ViewerDocument::DeleteContents() {
+    // The recording holds the curves it appends to: it stops before they go.
+    m_follow.reset();
     ForgetHistory();
     m_selection = Selection();
     m_data.Delete();

@@ -5,6 +5,8 @@
 #ifndef VYR_VIEW_VIEWERDOCUMENT_H
 #define VYR_VIEW_VIEWERDOCUMENT_H
 
+#include <memory>
+
 #include <wx/docview.h>
 
 #include "Selection.h"
@@ -12,6 +14,7 @@
 
 class DiagramView;
 class DocumentFrame;
+class LiveFollow;
 class VyrCourbe;
 class VyrNote;
 
@@ -51,6 +54,11 @@ public:
     // saved, so that saving asks where and never replaces the table.
     bool OnOpenDocument(const wxString& file) override;
 
+    // A recording shown live in this document (vyr-view --follow), which then owns it; it stops
+    // when the document is emptied or closed. Null when the document follows nothing.
+    void Follow(std::unique_ptr<LiveFollow> follow);
+    LiveFollow* GetFollow() const { return m_follow.get(); }
+
 protected:
     bool DoOpenDocument(const wxString& file) override;
     bool DoSaveDocument(const wxString& file) override;
@@ -64,6 +72,7 @@ private:
     VyrBaseData m_data;
     DocumentFrame* m_frame = nullptr;
     Selection m_selection;
+    std::unique_ptr<LiveFollow> m_follow;
 
     wxDECLARE_DYNAMIC_CLASS(ViewerDocument);
     wxDECLARE_NO_COPY_CLASS(ViewerDocument);

@@ -29,6 +29,7 @@ int RunCalc(const Args& args);
 int RunSpectrum(const Args& args);
 int RunStats(const Args& args);
 int RunFit(const Args& args);
+int RunRecord(const Args& args);
 
 }  // namespace vyr
 

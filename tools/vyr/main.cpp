@@ -89,6 +89,25 @@ const std::vector<Command>& AllCommands() {
          "The summary says which column is X and why, which were left out and how many\n"
          "invalid points each curve has.",
          &RunImport},
+        {"record",
+         "vyr record SOURCE [-o OUT.vyr] [--separator C] [--decimal C] [--encoding E] [--skip N]\n"
+         "           [--header N] [--missing NUMBER] [--rows N] [--seconds S] [--idle S]\n"
+         "           [--checkpoint S] [--baud B] [--force]\n"
+         "       vyr record --list-ports",
+         "Records measurements as they arrive: SOURCE is - (standard input), a file (read from\n"
+         "its start, then followed as it grows; a file that shrinks or is replaced is read again\n"
+         "as a new experiment), a named pipe, or a serial device (set raw, --baud, default\n"
+         "115200; --list-ports lists the serial ports). The lines are a table read as vyr import\n"
+         "reads one (same options); each column after the first becomes a curve of one\n"
+         "experiment named after the source and the start time. A line that is no row (no\n"
+         "abscissa, no value) is skipped and counted. Stops at the end of a pipe or of standard\n"
+         "input, after --rows rows, --seconds seconds, --idle seconds without a new row, or on\n"
+         "SIGINT/SIGTERM; then saves and prints rows, skipped lines, duration and rate (exit 0).\n"
+         "Every --checkpoint seconds (default 5, 0: only at the end) the recording so far is\n"
+         "saved, safely: a crash costs at most that much. Without -o the output is SOURCE's name\n"
+         "with .vyr in the current directory, which does not replace an existing file (exit 5)\n"
+         "unless --force is given. Nothing recorded exits 4, a source that cannot be read 3.",
+         &RunRecord},
         {"calc",
          "vyr calc FILE 'NAME = EXPR' [--var NAME=V]... [--unit U] [--experiment E]\n"
          "           [-o OUT.vyr]",

@@ -380,6 +380,8 @@ private:
     friend class VyrBaseDataTestAccess;
     // Replaces the content as a load does: builds entities with CreateEntity, notifies code 8.
     friend class VyrTableImport;
+    // Announces a batch of appended rows once per curve with code 1, as AddPoint would per point.
+    friend class VyrLiveTable;
 
     // The steps of Load and LoadFromMemory: emptying the unit maps, decoding and parsing the
     // bytes (answers the result), and what runs after every attempt (answers the result,

@@ -149,6 +149,15 @@ public:
     void AddMissingValue(double value) { m_adMissing.push_back(value); }
     void ClearMissingValues() { m_adMissing.clear(); }
 
+    // The settings as set (0, -1 or none where detected), for a reader of live rows that reads
+    // by the same settings (VyrLiveTable).
+    Encoding GetEncoding() const { return m_eEncoding; }
+    wchar_t GetSeparator() const { return m_cSeparator; }
+    wchar_t GetDecimalMark() const { return m_cDecimalMark; }
+    int GetSkipLines() const { return m_iSkipLines; }
+    int GetHeaderLines() const { return m_iHeaderLines; }
+    const std::vector<double>& GetMissingValues() const { return m_adMissing; }
+
     // A heading read as the import reads the table's: "U (V)", "U [V]", "U/V" give quantity "U"
     // and unit "V" (an uncertainty after the unit left out, a unit spelled out written as its
     // symbol); a heading without unit gives an empty one. For the columns of tables that come
