@@ -5,7 +5,8 @@
 # or more than 2 GB is written to build/fuzz-artifacts/<target>/ and fails the run: reproduce it
 # with build/fuzzer/fuzz/vyr_fuzz_<target> <file>, fix the library, and add the file to
 # tests/corpus/ (the tests replay it).
-# Usage: scripts/fuzz.sh [seconds] [target...]   (targets: load roundtrip base64 report csv table)
+# Usage: scripts/fuzz.sh [seconds] [target...]   (targets: load roundtrip base64 report csv table,
+#        and live, the table read as it arrives, on request only: the test command's time is kept)
 # FUZZ_JOBS=n runs n targets at a time (default 1).
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -32,13 +33,15 @@ run_target() {
     local target=$1
     local work=build/fuzz-corpus/$target artifacts=build/fuzz-artifacts/$target
     mkdir -p "$work" "$artifacts"
-    local dict=()
+    local dict=() seeds=fuzz/corpus/$target
     case $target in
         load|roundtrip|csv) dict=(-dict=fuzz/vyr.dict) ;;
         table) dict=(-dict=fuzz/table.dict) ;;
+        # The live reader is fed the tables the import is fed.
+        live) dict=(-dict=fuzz/table.dict) seeds=fuzz/corpus/table ;;
     esac
     # New inputs go to the working corpus; the committed seeds are only read.
-    build/fuzzer/fuzz/vyr_fuzz_"$target" "$work" fuzz/corpus/"$target" "${dict[@]}" \
+    build/fuzzer/fuzz/vyr_fuzz_"$target" "$work" "$seeds" "${dict[@]}" \
         -max_total_time="$seconds" -timeout=2 -rss_limit_mb=2048 -malloc_limit_mb=2048 \
         -max_len=65536 -print_final_stats=1 -artifact_prefix="$artifacts"/ \
         >"build/fuzz-$target.log" 2>&1
