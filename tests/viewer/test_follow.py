@@ -186,23 +186,6 @@ class FollowTest(unittest.TestCase):
         self.assertIn("--window wants a duration in seconds above 0", done.stderr)
 
 
-def main():
-    if not test_viewer.VIEWER or not os.path.exists(test_viewer.VIEWER):
-        print("vyr-view is not built (VYR_VIEW=%r)" % test_viewer.VIEWER)
-        return 1
-    display, where = test_viewer.start_display()
-    if display is None:
-        print("SKIPPED: no virtual display: %s" % where)
-        return SKIP
-    os.environ["DISPLAY"] = where
-    os.environ.pop("WAYLAND_DISPLAY", None)
-    try:
-        program = unittest.main(argv=[sys.argv[0]] + sys.argv[1:], exit=False, verbosity=2)
-    finally:
-        display.terminate()
-        display.wait()
-    return 0 if program.result.wasSuccessful() else 1
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    # The viewer tests' own runner: it starts the virtual display and runs this module's tests.
+    sys.exit(test_viewer.main())
